@@ -1,0 +1,24 @@
+#pragma once
+#include <string>
+#include <vector>
+
+namespace CommonUtil
+{
+
+/// True when a file of that name can be found in the folder.
+bool FileExists(const std::wstring& path, const std::wstring& name);
+
+/// Appends the full names of the folder's files to `vecFileList`, in the order of the platform's search: by the
+/// pattern "/*.*" for an empty extension or ".ome.tif", else by names that end in `szExtension`. With `bRecursive`
+/// the folders found by that pattern are entered too, with an empty extension. A missing folder adds nothing.
+void GetFileList(const std::wstring& szFolderPath, const std::wstring& szExtension,
+                 std::vector<std::wstring>& vecFileList, bool bRecursive);
+
+/// A name for a temporary file: the folder for such files, a slash, a new UUID in upper case. 0 on success, 4 when the
+/// folder cannot be had.
+int GetTempFilePath(std::wstring& path);
+
+/// Ticks of `QueryPerformanceCounter` in a millisecond.
+double GetTicksPerMillisecond();
+
+} // namespace CommonUtil

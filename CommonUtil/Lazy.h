@@ -1,0 +1,33 @@
+#pragma once
+#include <utility>
+
+namespace CommonUtil
+{
+
+/// A value that is worked out when first asked for. `NotYetKnown` is the start value; a failed `_init` leaves it, so
+/// that failure is not cached and the next call tries again.
+template <typename T, T NotYetKnown>
+class CLazy
+{
+public:
+    /// The value, after `init(T&)` has filled it if need be; NotYetKnown when that returned false. The value that an
+    /// `_init` throws through is NotYetKnown as well.
+    template <typename Init>
+    T Get(Init&& init)
+    {
+        if (_value == NotYetKnown)
+        {
+            T value = NotYetKnown;
+            if (std::forward<Init>(init)(value))
+                _value = value;
+        }
+        return _value;
+    }
+    bool IsKnown() const { return _value != NotYetKnown; }
+    void Reset() { _value = NotYetKnown; }
+
+private:
+    T _value = NotYetKnown;
+};
+
+} // namespace CommonUtil
