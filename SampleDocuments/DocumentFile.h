@@ -9,12 +9,12 @@ namespace SampleDocuments
 /// A document file as it lies on disk: 8 bytes of TIFF header, the tag tree, the TIFF directories behind it.
 struct CDocumentFile
 {
-    std::string ByteOrder = "II";               ///< two characters
+    std::string ByteOrder = "II"; ///< two characters
     int16_t FixedNum = 42;
-    std::optional<uint32_t> OffsetOfFirstIfd;   ///< worked out if not set; 0 without directories
+    std::optional<uint32_t> OffsetOfFirstIfd; ///< worked out if not set; 0 without directories
     CNode Root = Volume(0);
     std::vector<CTiffDirectory> Directories;
-    ByteString Tail;                            ///< bytes behind everything
+    ByteString Tail; ///< bytes behind everything
 
     /// The file's bytes; `placements`, if not null, gets the place of every node.
     ByteString ToBytes(Placements* placements = nullptr) const;

@@ -101,18 +101,21 @@ struct CStep
 };
 
 /// `Nth(2001, 1)` in a path: the second of the children with tag 2001.
-inline CStep Nth(uint32_t tag, size_t nth) { return {tag, nth}; }
+inline CStep Nth(uint32_t tag, size_t nth)
+{
+    return {tag, nth};
+}
 
 using Path = std::vector<CStep>;
 
 /// Header values of a field that are worked out when the document is written, unless a test sets them otherwise.
 struct CFieldOverrides
 {
-    std::optional<uint32_t> Flags;       ///< the whole first word
-    uint32_t ExtraFlags = 0;             ///< bits that are added to the first word
-    std::optional<uint32_t> Next;        ///< offset of the next sibling, from the enclosing volume's header
-    std::optional<uint32_t> DataSize;    ///< the stored size of the value
-    uint32_t JunkBefore = 0;             ///< so many bytes 0xEE before the field header
+    std::optional<uint32_t> Flags;    ///< the whole first word
+    uint32_t ExtraFlags = 0;          ///< bits that are added to the first word
+    std::optional<uint32_t> Next;     ///< offset of the next sibling, from the enclosing volume's header
+    std::optional<uint32_t> DataSize; ///< the stored size of the value
+    uint32_t JunkBefore = 0;          ///< so many bytes 0xEE before the field header
 };
 
 /// The 24 bytes of a volume's header; what is not set is worked out.
@@ -149,12 +152,12 @@ public:
     CNode& Tag(uint32_t tag);
     CNode& SecondTag(uint32_t secondTag);
     CNode& NoSecondTag();
-    CNode& Code(uint32_t code);             ///< the low 24 bits of the first word
-    CNode& Inline(bool isInline = true);    ///< the value's first 4 bytes in the place of the size
+    CNode& Code(uint32_t code);               ///< the low 24 bits of the first word
+    CNode& Inline(bool isInline = true);      ///< the value's first 4 bytes in the place of the size
     CNode& MarkedAsArray(bool marked = true); ///< bit 29, a hint that readers do not need
-    CNode& Extended(bool extended = true);  ///< bit 28
+    CNode& Extended(bool extended = true);    ///< bit 28
     CNode& Value(ByteString value);
-    CNode& BlobSize(uint32_t sizeOfBlob);   ///< the payload size that a blob's own header tells
+    CNode& BlobSize(uint32_t sizeOfBlob); ///< the payload size that a blob's own header tells
 
     // Header values that stand against the truth.
     CNode& Flags(uint32_t wholeWord);
@@ -178,14 +181,14 @@ public:
     // Children. References and pointers hold until the next child comes or goes.
     std::vector<CNode>& Children() { return _Children; }
     const std::vector<CNode>& Children() const { return _Children; }
-    CNode& Add(CNode child);                        ///< behind the last one; answers this node
-    CNode& Put(CNode child);                        ///< in the place of the first one with its tag, else behind the last
-    CNode& Drop(uint32_t tag);                      ///< all children with the tag; throws CSampleError if there are none
-    CNode& DropNth(uint32_t tag, size_t nth);       ///< one of them
-    CNode& Child(uint32_t tag, size_t nth = 0);     ///< throws CSampleError if there is no such child
+    CNode& Add(CNode child);                    ///< behind the last one; answers this node
+    CNode& Put(CNode child);                    ///< in the place of the first one with its tag, else behind the last
+    CNode& Drop(uint32_t tag);                  ///< all children with the tag; throws CSampleError if there are none
+    CNode& DropNth(uint32_t tag, size_t nth);   ///< one of them
+    CNode& Child(uint32_t tag, size_t nth = 0); ///< throws CSampleError if there is no such child
     CNode* FindChild(uint32_t tag, size_t nth = 0); ///< null if there is no such child
     size_t NumOfChildren(uint32_t tag) const;
-    CNode& At(const Path& path);                    ///< throws CSampleError, naming the step that failed
+    CNode& At(const Path& path); ///< throws CSampleError, naming the step that failed
 
 private:
     friend class CTreeWriter;

@@ -26,7 +26,7 @@ struct CTiffEntry
 {
     uint16_t Type = TiffType::Long;
     uint32_t Count = 0;
-    ByteString Value;                     ///< stored in the entry itself if it takes at most 4 bytes
+    ByteString Value;                      ///< stored in the entry itself if it takes at most 4 bytes
     std::optional<uint32_t> OffsetInstead; ///< stored in the place of the value or its offset
 };
 

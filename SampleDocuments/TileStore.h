@@ -109,12 +109,12 @@ struct CStoreAdditionalHeader
 /// One record of the chunk list with the bytes that it stands for.
 struct CStoredTile
 {
-    std::vector<int32_t> Elements;          ///< column, row, one per dimension of the stack, level
+    std::vector<int32_t> Elements; ///< column, row, one per dimension of the stack, level
     ByteString Body;
-    std::optional<uint64_t> Offset;         ///< worked out if not set; a record may point anywhere
-    std::optional<uint32_t> Size;           ///< that of the body if not set
-    std::optional<uint32_t> ElementCount;   ///< that of the elements if not set
-    uint32_t Spare = 0;                     ///< the last 4 bytes of the record
+    std::optional<uint64_t> Offset;       ///< worked out if not set; a record may point anywhere
+    std::optional<uint32_t> Size;         ///< that of the body if not set
+    std::optional<uint32_t> ElementCount; ///< that of the elements if not set
+    uint32_t Spare = 0;                   ///< the last 4 bytes of the record
 };
 
 /// A whole binary tile store in memory, to be looked at and damaged before it is written. For stores that do not fit
@@ -124,9 +124,9 @@ class CTileStore
 public:
     CStoreVolumeHeader Header;
     CStoreAdditionalHeader Additional;
-    std::vector<CStoredTile> Tiles;         ///< records and bodies are written in this order
+    std::vector<CStoredTile> Tiles; ///< records and bodies are written in this order
     bool ChunkListBeforeBodies = false;
-    ByteString Tail;                        ///< bytes behind everything
+    ByteString Tail; ///< bytes behind everything
 
     /// Appends a tile; `indexes` are the elements between row and level.
     CStoredTile& Add(int32_t column, int32_t row, const std::vector<int32_t>& indexes, int32_t level, ByteString body);

@@ -1,0 +1,242 @@
+#pragma once
+
+#include "SampleDocuments/Node.h"
+#include "SampleDocuments/TileContents.h"
+#include "SampleDocuments/TileStore.h"
+
+#include <functional>
+
+namespace SampleDocuments
+{
+
+/// What a dimension of a stack is, with the numbers that stand for it in a document.
+struct DimensionMeaning
+{
+    enum E : int32_t
+    {
+        Dummy = 0, ///< a placeholder: a dimension node without entries
+        Z = 1,
+        T = 2,
+        Lambda = 3,
+        Channel = 4
+    };
+};
+
+/// A channel: its name, and its display limits if they are not those of the stack.
+struct CChannel
+{
+    CChannel(std::string name) : Name(std::move(name)) {}
+    CChannel(const char* name) : Name(name) {}
+    CChannel(std::string name, double lower, double upper) : Name(std::move(name)), Limits(std::make_pair(lower, upper))
+    {
+    }
+    std::string Name;
+    std::optional<std::pair<double, double>> Limits; ///< the second is one past the largest value
+    bool IsWavelength = false;                       ///< carries the node that marks a channel among surplus ones
+};
+
+/// A dimension of a stack. What is not set is not written.
+struct CStackDimension
+{
+    DimensionMeaning::E Meaning = DimensionMeaning::Dummy;
+    uint32_t NumOfPoints = 1;
+    std::optional<double> Start;
+    std::optional<double> Step;
+    std::string StartUnit;
+    std::string StepUnit;
+    bool IsMeaningWritten = true;   ///< false: readers have to tell it from a name alone
+    bool IsCounted = true;          ///< false, for a dummy: it has no element among the counts
+    std::vector<CChannel> Channels; ///< of a channel dimension only
+};
+
+/// Inclusive range of tile columns; numbers below 0 are good.
+struct Columns
+{
+    Columns(int32_t first, int32_t last) : First(first), Last(last) {}
+    int32_t First;
+    int32_t Last;
+};
+
+/// Inclusive range of tile rows.
+struct Rows
+{
+    Rows(int32_t first, int32_t last) : First(first), Last(last) {}
+    int32_t First;
+    int32_t Last;
+};
+
+/// The tiles of one pyramid level.
+struct CLevelGrid
+{
+    uint32_t Level = 0;
+    Columns ColumnRange{0, 0};
+    Rows RowRange{0, 0};
+};
+
+/// Where a stack keeps its pixels.
+struct StackStorage
+{
+    enum E
+    {
+        BinaryStore,   ///< frame_t.kor in the side folder
+        TiffStore,     ///< frame_t.tif in the side folder
+        InDocument,    ///< TIFF directories of the document itself
+        VectorGraphics ///< none: a layer that readers pass over
+    };
+};
+
+/// The coordinates that frames tell about themselves along one dimension, by index of the point.
+struct CFrameCoordinates
+{
+    std::vector<double> Values;
+    std::string Unit;
+};
+
+/// Everything that is known of a stack, as plain data with the defaults of a one-tile stack of 8-bit grey pixels.
+struct CStackPlan
+{
+    uint32_t Id = 1;
+    std::optional<std::string> Name;
+    uint32_t Width = 256;
+    uint32_t Height = 256;
+    uint32_t TileWidth = 256;
+    uint32_t TileHeight = 256;
+    uint32_t NumOfLevels = 1; ///< of a whole pyramid; of no effect once Grids is not empty
+    std::vector<CLevelGrid> Grids;
+    std::vector<CStackDimension> Dimensions;     ///< the first one varies fastest from frame to frame
+    std::optional<std::vector<uint32_t>> Counts; ///< in the place of the counts that follow from the dimensions
+    bool AreFramesSharedByChannels = false;
+    std::map<DimensionMeaning::E, CFrameCoordinates> Coordinates;
+    bool HasFramePropertiesAlways = false; ///< the node is written in each frame, coordinates or not
+
+    StackStorage::E Storage = StackStorage::BinaryStore;
+    CStoreVolumeHeader VolumeHeader;
+    CStoreAdditionalHeader Pixels; ///< its tile size is that of this plan
+    bool ChunkListBeforeBodies = false;
+    std::optional<std::string> StoreName; ///< frame_t.kor or frame_t.tif if not set
+    bool IsStoreWritten = true;
+    CTileContents Contents; ///< empty: raw pixels in a raw store, labels in any other
+    std::function<bool(const CTilePlace&)> IsMissing;
+    uint16_t TiffCompression = 1;
+    uint32_t RowsPerStrip = 0; ///< of stacks in the document: 0 for tiled directories
+
+    std::optional<std::vector<int32_t>> Boundary; ///< {0, 0, Width, Height} if not set
+    std::optional<std::vector<int32_t>> Shift = std::vector<int32_t>{0, 0};
+    std::optional<std::vector<double>> Origin = std::vector<double>{0, 0};
+    std::optional<std::vector<double>> Scale = std::vector<double>{0.5, 0.5};
+    std::optional<std::string> Unit = "10^-6m^1";
+    std::optional<std::string> YUnit;
+    std::optional<int64_t> CreationTime = 1577836800;
+    std::optional<int32_t> StackType = 0;
+    std::optional<std::pair<int32_t, int32_t>> AxisMeanings;
+    std::optional<std::pair<double, double>> Limits; ///< from 0 to all of a component's bits if not set
+    bool HasLimits = true;
+    std::optional<bool> Hidden; ///< the flag in the display layer; not set: no flag at all
+};
+
+/// A stack of a document, described so that a test can be read:
+///
+///     Stack(1).Size(1000, 400).Tiles(256, 256).Level(0, Columns(-1, 3), Rows(0, 1)).Z(3).Channels({"DAPI", "FITC"})
+///
+/// Dimensions are written in the order of the calls; the first one varies fastest. Without any, the stack has one
+/// frame. Without Level or Levels it has one level. A plain value: copies are independent.
+class Stack
+{
+public:
+    explicit Stack(uint32_t id)
+    {
+        _Plan.Id = id;
+        _Plan.Name = "Stack " + std::to_string(id);
+    }
+
+    // The picture and its pyramid.
+    Stack& Size(uint32_t pixelWidth, uint32_t pixelHeight);
+    Stack& Tiles(uint32_t pixelWidth, uint32_t pixelHeight);
+    Stack& Levels(uint32_t numOfLevels);                      ///< whole levels, each half of the one below, rounded up
+    Stack& Level(uint32_t level, Columns columns, Rows rows); ///< the tiles of one level; levels not named are left out
+    Stack& Missing(std::function<bool(const CTilePlace&)> isMissing); ///< tiles that get no record
+    Stack& MissingTile(uint32_t level, int32_t column, int32_t row);  ///< the same, for a tile in all frames
+
+    // Dimensions.
+    Stack& Z(uint32_t numOfPoints); ///< without start and step
+    Stack& Z(uint32_t numOfPoints, double start, double step, std::string unit = "10^-6m^1");
+    Stack& T(uint32_t numOfPoints);
+    Stack& T(uint32_t numOfPoints, double start, double step, std::string unit = "10^-3s^1");
+    Stack& Lambda(uint32_t numOfPoints);
+    Stack& Lambda(uint32_t numOfPoints, double start, double step, std::string unit = "10^-9m^1");
+    Stack& Channels(std::vector<CChannel> channels);
+    Stack& Channels(uint32_t numOfChannels); ///< named "Channel 0", "Channel 1", ...
+    Stack& Dummy();                          ///< with an element of 1 among the counts
+    Stack& DummyWithoutCount();
+    Stack& Dimension(CStackDimension dimension); ///< any of them, in all detail
+    Stack& Counts(std::vector<uint32_t> counts); ///< against what follows from the dimensions
+    Stack& FramesSharedByChannels();             ///< one frame node for all channels
+    Stack& FrameCoordinates(DimensionMeaning::E dimension, std::vector<double> values, std::string unit);
+    Stack& FramePropertiesAlways();
+
+    // Pixels.
+    Stack& Raw(ComponentType::E type, uint32_t components = 1);
+    Stack& Jpeg(uint32_t components = 1, uint32_t quality = 85);
+    Stack& JpegLossless(uint32_t components = 1);
+    Stack& J2k(uint32_t components = 1);
+    Stack& Png(uint32_t components = 1);
+    Stack& Bmp(uint32_t components = 1);
+    Stack& Compression(uint32_t code); ///< any number
+    Stack& ColorSpace(uint32_t code);
+    Stack& ComponentOrder(int32_t code);
+    Stack& Quality(uint32_t quality);
+
+    // The bytes of the tiles.
+    Stack& Contents(CTileContents contents);
+
+    // Where they are kept.
+    Stack& StoreName(std::string fileName); ///< "frame_t_0.kor" for example
+    Stack& WithoutStore();                  ///< the document asks for a store that is not written
+    Stack& ChunkListBeforeBodies();
+    Stack& InDocument(uint32_t rowsPerStrip = 0); ///< TIFF directories; 0: of one level of tiles
+    Stack& VectorGraphics();
+
+    // Properties.
+    Stack& Name(std::string name);
+    Stack& Boundary(std::vector<int32_t> leftTopRightBottom);
+    Stack& Shift(int32_t x, int32_t y);
+    Stack& Origin(double x, double y);
+    Stack& Scale(double x, double y);
+    Stack& Unit(std::string unit);
+    Stack& YUnit(std::string unit);
+    Stack& CreationTime(int64_t secondsInUtc);
+    Stack& StackType(int32_t type);
+    Stack& DisplayLimits(double lower, double upper);
+    Stack& WithoutDisplayLimits();
+    Stack& Hidden(bool hidden = true); ///< writes the flag, true or false
+
+    /// All of it, for what has no call of its own.
+    CStackPlan& Plan() { return _Plan; }
+    const CStackPlan& Plan() const { return _Plan; }
+
+    // What follows from it.
+    uint32_t Id() const { return _Plan.Id; }
+    std::vector<CLevelGrid> Grids() const;     ///< in rising order of levels
+    uint32_t LevelWidth(uint32_t level) const; ///< of the picture, not of its tiles
+    uint32_t LevelHeight(uint32_t level) const;
+    std::vector<CIndexes> Frames() const;            ///< in the order of the frames in the document
+    std::vector<uint32_t> NumOfPointsPerDim() const; ///< the counts as they are written
+    uint32_t BytesPerPixel() const;
+
+    /// The exact bytes that are written for a tile position, there or missing.
+    ByteString TileBytes(uint32_t level, int32_t column, int32_t row, CIndexes at = {}) const;
+    ByteString TileBytes(const CTilePlace& place) const;
+
+    /// The elements of the record of a tile: column, row, one per count, level.
+    std::vector<int32_t> Elements(const CTilePlace& place) const;
+
+    /// Visits the positions that have a tile in the order in which they are written: level by level, in a level frame
+    /// by frame, in a frame row by row.
+    void ForEachTile(const std::function<void(const CTilePlace&)>& visit) const;
+    uint64_t NumOfTiles() const;
+
+private:
+    CStackPlan _Plan;
+};
+
+} // namespace SampleDocuments
