@@ -1,0 +1,533 @@
+#ifndef BRIX_ACCESSOR_INTERFACE_H
+#define BRIX_ACCESSOR_INTERFACE_H
+/*
+ * The flat interface through which a host reads microscopy documents: document -> group -> level -> area -> image.
+ *
+ *   document   one opened file and everything reachable from it
+ *   group      one image of the document, with its channels, its Z, T and lambda positions and its pyramid
+ *   level      one resolution of a group, by number; 0 is the finest
+ *   area       one position in the tile grid of a level, across all channels and positions
+ *   image      one stored tile: an area at one channel and one Z, T and lambda position
+ *
+ * Handles. A handle is an untyped pointer. Only _AC_Open makes something that must be given back, and only _AC_Close
+ * frees anything: every other handle stays valid until its document is closed, and asking the same thing twice answers
+ * the same address. The _AC_Release functions free nothing. Nothing checks a handle but for NULL, so never use one
+ * after _AC_Close.
+ *
+ * Text. wchar_t with 32 bits a character, terminated by a zero. Channels are named by their number in decimal digits,
+ * without sign, blank or leading zero: L"0", L"1", ...
+ *
+ * Two calls for a sized answer. Call with no buffer (NULL, size 0) to learn the count or size, then with a buffer of at
+ * least that. Too small a buffer is no error: the call answers AC_RESULT_SUCCESS, stores what is needed and writes
+ * nothing. A function that differs says so.
+ *
+ * Results. Any function may answer AC_RESULT_FAILURE when the file breaks a rule of its format; the log tells which.
+ * Unless a function says otherwise, what its out pointers point at is untouched after a failure.
+ *
+ * Threads. Any number of threads may call at once; calls on one document wait for each other where they must. Only
+ * _AC_Close needs the document for itself: no other call on that document may be on its way.
+ *
+ * This header reads as C99 and as C++. Where it meets another library's INT32 (some picture libraries have one of a
+ * different width), include the two in different source files.
+ */
+
+#include <stddef.h>
+#include <stdint.h>
+#include <wchar.h>
+
+#ifdef __cplusplus
+#define AC_STATIC_ASSERT(condition, name) static_assert(condition, #name)
+#define AC_ENUM_OF_32_BITS : int32_t
+extern "C"
+{
+#else
+#define AC_STATIC_ASSERT(condition, name) typedef char name[(condition) ? 1 : -1]
+#define AC_ENUM_OF_32_BITS
+#endif
+
+#ifdef __GNUC__
+#pragma GCC visibility push(default)
+#endif
+
+    typedef int32_t INT32;
+    typedef uint64_t UINT64;
+    typedef uint32_t UINT;
+    typedef uint8_t BYTE;
+
+    /* Handles: a general name and, for the same thing, the plug-in's own. */
+
+    typedef void* AC_HFILE;     /**< a document */
+    typedef void* AC_HGROUP;    /**< a group of a document */
+    typedef void* AC_HAREA;     /**< a position in the tile grid of a level of a group */
+    typedef void* AC_HIMAGE;    /**< a stored tile */
+    typedef void* AC_HPROPERTY; /**< a property set */
+
+    typedef AC_HFILE AC_HIMG_DOC;
+    typedef AC_HGROUP AC_HMULTIDIMIMG;
+    typedef AC_HAREA AC_HMULTIDIMTILE;
+    typedef AC_HIMAGE AC_HTILE;
+    typedef AC_HPROPERTY AC_HPROPSET;
+
+    /** What a function answers. The numbers are shared by a family of plug-ins and never change; several of them are
+        never answered by this one. */
+    typedef enum AC_Result AC_ENUM_OF_32_BITS
+    {
+        AC_RESULT_SUCCESS = 0,
+        AC_RESULT_INVALID_PARAM = 1,      /**< a wrong argument, name, key or file extension */
+        AC_RESULT_FILE_NOT_FOUND = 2,     /**< no such file, or it cannot be opened */
+        AC_RESULT_PROPERTY_NOT_FOUND = 3, /**< the document does not have what was asked for */
+        AC_RESULT_NO_SECTION = 4,
+        AC_RESULT_NO_LUT = 5,                /**< the channel has no colour look-up table */
+        AC_RESULT_UNSUPPORTED_OPERATION = 6, /**< this plug-in does not do that */
+        AC_RESULT_NO_FRAME = 7,
+        AC_RESULT_FAILURE = 8, /**< a rule of the file format is broken, or a failure without a better name */
+        AC_INVALID_FRAME = 9,
+        AC_RESULT_INSUFFICIENT_BUFFER = 10,
+        AC_RESULT_FRAME_NOT_ACQUIRED = 11,
+        AC_RESULT_NO_MORE_FRAME = 12, /**< the walk over the images of an area has ended */
+        AC_RESULT_INVALID_BLOCK_NUMBER = 13,
+        AC_RESULT_FILE_VERSION_INVALID = 14,
+        AC_RESULT_ERROR_IN_READ_DATA = 15,
+        AC_RESULT_XALAN_TRANSFORMATION_FAILED = 16,
+        AC_RESULT_DESERIALIZATION_FAILED = 17,
+        AC_RESULT_DESERIALIZED_ELEMENT_LIST_EMPTY = 18,
+        AC_RESULT_DESERIALIZED_ELEMENT_EMPTY = 19,
+        AC_RESULT_DESERIALIZED_VALUE_LIST_EMPTY = 20,
+        AC_RESULT_DESERIALIZED_VALUE_EMPTY = 21,
+        AC_RESULT_INVALID_HANDLE_VALUE = 22,
+        AC_RESULT_INVALID_AXIS_VALUE = 23,
+        AC_RESULT_ALLOCATION_FAILED = 24,
+        AC_RESULT_FILE_CORRUPT = 25, /**< the file holds what its reader cannot accept */
+        AC_RESULT_FUNCTION_RETURNED_NULL = 26,
+        AC_RESULT_ILLEGAL_STATE = 27, /**< the call is wrong at this point: see the function */
+        AC_RESULT_INCOMPLETE_FILE = 28,
+        AC_RESULT_DATA_NOT_SUPPORTED = 29, /**< the file is sound, but holds data of a kind that is not read */
+        AC_RESULT_WRITE_OPEN_FAIL = 30,
+        AC_RESULT_WRITE_FAILED = 31,
+        AC_RESULT_MISSING_FILE = 32, /**< a file beside the document, which it refers to, is missing */
+        AC_RESULT_UNSUPPORTED_COMPRESSION = 33,
+        AC_RESULT_PROPERTY_NOT_FOUND_IN_DOM = 34,
+        AC_RESULT_IN_USE = 35, /**< a file of the document is being written by another process */
+
+        NUM_OF_AC_RESULT_CODES = 36 /**< how many codes there are; no code itself */
+    } AC_Result;
+
+    /** How to open a document; bits that may be joined. */
+    typedef enum tagAC_OpenMode
+    {
+        AC_OM_READ = 0,
+        AC_OM_NORMAL = 0,     /**< the same as AC_OM_READ */
+        AC_OM_WRITE = 1,      /**< refused: nothing is ever written */
+        AC_OM_FORCE = 2,      /**< tolerates irregularities in the metadata that are otherwise refused */
+        AC_OM_STREAMING = 4,  /**< refused */
+        AC_OM_READ_WRITE = 8, /**< not looked at; opens for reading */
+        AC_OM_APPEND = 16     /**< not looked at; opens for reading */
+    } AC_OpenMode;
+
+    /** The kinds of value in AC_VALUE. */
+    typedef enum AC_ValueType AC_ENUM_OF_32_BITS
+    {
+        AC_VT_INTEGER = 0, /**< nInteger */
+        AC_VT_DOUBLE = 1,  /**< dDouble */
+        AC_VT_STRING = 2,  /**< pszString */
+        AC_VT_POINT = 3,   /**< point */
+        AC_VT_RECT = 4     /**< rRect */
+    } AC_ValueType;
+
+    /** The axes along which the images of one area and channel differ. */
+    typedef enum AC_AxisType AC_ENUM_OF_32_BITS
+    {
+        AC_AT_TIME = 0,
+        AC_AT_Z = 1,
+        AC_AT_LAMBDA = 2
+    } AC_AxisType;
+
+    /* Records. Their layout is part of the interface, for 64-bit Linux. */
+
+    typedef struct tagAC_POINT
+    {
+        INT32 x;
+        INT32 y;
+    } AC_POINT;
+
+    /** A rectangle, in pixels of its level unless a function says otherwise. */
+    typedef struct tagCMN_RECT
+    {
+        UINT64 x;
+        UINT64 y;
+        UINT64 width;
+        UINT64 height;
+    } CMN_RECT;
+
+    /** One value of a property. */
+    typedef struct tagAC_VALUE
+    {
+        AC_ValueType nType; /**< tells which member of `value` holds */
+        union tagAC_VALUE_UNION
+        {
+            INT32 nInteger;
+            double dDouble;
+            const wchar_t* pszString; /**< the plug-in's own; valid until the document is closed; may be NULL */
+            AC_POINT point;
+            CMN_RECT rRect;
+        } value;
+    } AC_VALUE;
+    typedef AC_VALUE AC_VALUE_WITH_TYPE;
+
+    /** One named parameter of a request. What pValue points at depends on the key of the request: a wide text for those
+        that name a channel, an axis or a region, an int for all others. */
+    typedef struct tagAC_PARAM_ELEMENT
+    {
+        const wchar_t* pszKey;
+        void* pValue;
+    } AC_PARAM_ELEMENT;
+
+    /** The parameters of a request. */
+    typedef struct tagAC_PARAM
+    {
+        INT32 nSize; /**< elements at pElements; 0: none */
+        AC_PARAM_ELEMENT* pElements;
+    } AC_PARAM;
+    typedef AC_PARAM AC_PARAMS;
+
+    /** A position on one axis, as an index from 0. */
+    typedef struct tagAC_AXIS_INFO
+    {
+        AC_AxisType nType;
+        int64_t nNumber;
+    } AC_AXIS_INFO;
+
+    typedef struct tagAC_CUSTOM_DATA_INFO
+    {
+        const wchar_t* pszName;        /**< the key for _AC_GetCustomData; the plug-in's own */
+        const wchar_t* pszDescription; /**< for people; the plug-in's own */
+    } AC_CUSTOM_DATA_INFO;
+
+    typedef struct tagCMN_VERSION
+    {
+        INT32 unMajor;
+        INT32 unMinor;
+    } CMN_VERSION;
+
+    typedef struct tagCMN_VERSION_INFO
+    {
+        CMN_VERSION base;
+        CMN_VERSION product;
+    } CMN_VERSION_INFO;
+
+    AC_STATIC_ASSERT(sizeof(wchar_t) == 4, AC_wide_characters_have_32_bits);
+    AC_STATIC_ASSERT(sizeof(void*) == 8, AC_pointers_have_64_bits);
+    AC_STATIC_ASSERT(sizeof(AC_Result) == 4, AC_Result_has_32_bits);
+    AC_STATIC_ASSERT(sizeof(AC_ValueType) == 4, AC_ValueType_has_32_bits);
+    AC_STATIC_ASSERT(sizeof(AC_AxisType) == 4, AC_AxisType_has_32_bits);
+
+    AC_STATIC_ASSERT(sizeof(AC_POINT) == 8, AC_POINT_size);
+    AC_STATIC_ASSERT(offsetof(AC_POINT, x) == 0, AC_POINT_x_offset);
+    AC_STATIC_ASSERT(offsetof(AC_POINT, y) == 4, AC_POINT_y_offset);
+
+    AC_STATIC_ASSERT(sizeof(CMN_RECT) == 32, CMN_RECT_size);
+    AC_STATIC_ASSERT(offsetof(CMN_RECT, x) == 0, CMN_RECT_x_offset);
+    AC_STATIC_ASSERT(offsetof(CMN_RECT, y) == 8, CMN_RECT_y_offset);
+    AC_STATIC_ASSERT(offsetof(CMN_RECT, width) == 16, CMN_RECT_width_offset);
+    AC_STATIC_ASSERT(offsetof(CMN_RECT, height) == 24, CMN_RECT_height_offset);
+
+    AC_STATIC_ASSERT(sizeof(AC_VALUE) == 40, AC_VALUE_size);
+    AC_STATIC_ASSERT(offsetof(AC_VALUE, nType) == 0, AC_VALUE_nType_offset);
+    AC_STATIC_ASSERT(offsetof(AC_VALUE, value) == 8, AC_VALUE_value_offset);
+    AC_STATIC_ASSERT(sizeof(((AC_VALUE*)0)->value) == 32, AC_VALUE_value_size);
+
+    AC_STATIC_ASSERT(sizeof(AC_PARAM) == 16, AC_PARAM_size);
+    AC_STATIC_ASSERT(offsetof(AC_PARAM, nSize) == 0, AC_PARAM_nSize_offset);
+    AC_STATIC_ASSERT(offsetof(AC_PARAM, pElements) == 8, AC_PARAM_pElements_offset);
+
+    AC_STATIC_ASSERT(sizeof(AC_PARAM_ELEMENT) == 16, AC_PARAM_ELEMENT_size);
+    AC_STATIC_ASSERT(offsetof(AC_PARAM_ELEMENT, pszKey) == 0, AC_PARAM_ELEMENT_pszKey_offset);
+    AC_STATIC_ASSERT(offsetof(AC_PARAM_ELEMENT, pValue) == 8, AC_PARAM_ELEMENT_pValue_offset);
+
+    AC_STATIC_ASSERT(sizeof(AC_AXIS_INFO) == 16, AC_AXIS_INFO_size);
+    AC_STATIC_ASSERT(offsetof(AC_AXIS_INFO, nType) == 0, AC_AXIS_INFO_nType_offset);
+    AC_STATIC_ASSERT(offsetof(AC_AXIS_INFO, nNumber) == 8, AC_AXIS_INFO_nNumber_offset);
+
+    AC_STATIC_ASSERT(sizeof(AC_CUSTOM_DATA_INFO) == 16, AC_CUSTOM_DATA_INFO_size);
+    AC_STATIC_ASSERT(offsetof(AC_CUSTOM_DATA_INFO, pszName) == 0, AC_CUSTOM_DATA_INFO_pszName_offset);
+    AC_STATIC_ASSERT(offsetof(AC_CUSTOM_DATA_INFO, pszDescription) == 8, AC_CUSTOM_DATA_INFO_pszDescription_offset);
+
+    AC_STATIC_ASSERT(sizeof(CMN_VERSION) == 8, CMN_VERSION_size);
+    AC_STATIC_ASSERT(offsetof(CMN_VERSION, unMajor) == 0, CMN_VERSION_unMajor_offset);
+    AC_STATIC_ASSERT(offsetof(CMN_VERSION, unMinor) == 4, CMN_VERSION_unMinor_offset);
+
+    AC_STATIC_ASSERT(sizeof(CMN_VERSION_INFO) == 16, CMN_VERSION_INFO_size);
+    AC_STATIC_ASSERT(offsetof(CMN_VERSION_INFO, base) == 0, CMN_VERSION_INFO_base_offset);
+    AC_STATIC_ASSERT(offsetof(CMN_VERSION_INFO, product) == 8, CMN_VERSION_INFO_product_offset);
+
+    /* ---- Documents and groups ---- */
+
+    /** Does nothing and answers AC_RESULT_SUCCESS; no other function asks for it. */
+    AC_Result _AC_Connect(void);
+
+    /** Does nothing and answers AC_RESULT_SUCCESS. */
+    AC_Result _AC_Disconnect(void);
+
+    /** Whether the plug-in is willing to try this file: 1 for any name, 0 for NULL. Nothing is opened and the extension
+       is not looked at; _AC_Open is what refuses. */
+    int _AC_CanAccess(const wchar_t* fileName);
+
+    /**
+     * Opens a document for reading, reads its metadata and builds its groups; pixels are not touched.
+     *
+     * fileName: an absolute name, or one with a folder ("./slide.zel"): a name without "/" is refused.
+     * mode: of tagAC_OpenMode. AC_OM_WRITE and AC_OM_STREAMING are refused; AC_OM_FORCE tolerates irregular metadata.
+     * phImgDoc: gets the document, which the host must give back by _AC_Close. NULL after a failure, unless the
+     *     arguments themselves were refused, which leaves it untouched.
+     *
+     * AC_RESULT_INVALID_PARAM: a NULL argument, a refused mode, a file extension that is not this format's.
+     * AC_RESULT_FILE_NOT_FOUND: no such file. AC_RESULT_FILE_CORRUPT, AC_RESULT_FAILURE: not a sound document, or a
+     * group without any level. AC_RESULT_MISSING_FILE: a store beside the document is missing.
+     * AC_RESULT_DATA_NOT_SUPPORTED: a kind of data that is not read. AC_RESULT_IN_USE: a store is being written.
+     */
+    AC_Result _AC_Open(const wchar_t* fileName, int mode, AC_HIMG_DOC* phImgDoc);
+
+    /** Frees a document and everything that was had from it: all its handles, and all texts and buffers that were the
+        plug-in's own. No other call on the document may be on its way. AC_RESULT_INVALID_PARAM for NULL. */
+    AC_Result _AC_Close(AC_HIMG_DOC hImgDoc);
+
+    /** The number of groups; 0 for a document without images. AC_RESULT_INVALID_PARAM for a NULL argument. */
+    AC_Result _AC_GetNumOfGroups(AC_HIMG_DOC hImgDoc, INT32* numOfGroups);
+
+    /** One group, by number from 0. AC_RESULT_INVALID_PARAM: a NULL argument, a number below 0 or beyond the last. */
+    AC_Result _AC_GetGroup(AC_HIMG_DOC hImgDoc, int brixGroupID, AC_HMULTIDIMIMG* phMultiDimImg);
+
+    /** Frees nothing: the group lives as long as its document. AC_RESULT_INVALID_PARAM for NULL. */
+    AC_Result _AC_ReleaseGroup(AC_HMULTIDIMIMG hMultiDimImg);
+
+    /* ---- Levels and areas ---- */
+
+    /** The number of resolutions of a group, at least 1. AC_RESULT_INVALID_PARAM for a NULL argument. */
+    AC_Result _AC_GetNumOfLevels(AC_HMULTIDIMIMG hMultiDimImg, int* numOfLevels);
+
+    /**
+     * The rectangle of a level, in pixels of that level: width and height are those of its whole tiles, so they may
+     * reach beyond the picture at its right and bottom edges.
+     *
+     * AC_RESULT_INVALID_PARAM: a NULL argument, or no level of that number. AC_RESULT_PROPERTY_NOT_FOUND: the document
+     * has no data for this level, while it has some for others.
+     */
+    AC_Result _AC_GetLevelImageSize(AC_HMULTIDIMIMG hMultiDimImg, int levelID, CMN_RECT* pRect);
+
+    /**
+     * The number of areas of a level: the rows of its tile grid times the columns.
+     *
+     * levelID must be below the number of levels. AC_RESULT_INVALID_PARAM for a NULL argument;
+     * AC_RESULT_PROPERTY_NOT_FOUND, with 0 areas, if the document has no data for this level.
+     */
+    AC_Result _AC_GetNumOfArea(AC_HMULTIDIMIMG hMultiDimImg, int levelID, INT32* numOfAreas);
+
+    /**
+     * One area of a level. Areas are numbered from 0, row by row; area 0 is the upper left tile of those that exist,
+     * which need not lie at the picture's origin (see _AC_GetAreaPosition).
+     *
+     * A number beyond the grid is not refused: it gives an area below the last row, which has no images.
+     * AC_RESULT_INVALID_PARAM: a NULL argument, or no level of that number. AC_RESULT_FAILURE: an area number of more
+     * than 32 bits, or no data for this level.
+     */
+    AC_Result _AC_GetArea(AC_HMULTIDIMIMG hMultiDimImg, int levelID, UINT64 areaID, AC_HMULTIDIMTILE* phArea);
+
+    /** Frees nothing. AC_RESULT_INVALID_PARAM for NULL. */
+    AC_Result _AC_ReleaseArea(AC_HMULTIDIMTILE hMultiDimTile);
+
+    /** The rectangle of an area, in pixels of its level. Tiles left of or above the origin have an x or y that wrapped
+        around at 32 bits. AC_RESULT_INVALID_PARAM for a NULL area; pRect must not be NULL. */
+    AC_Result _AC_GetAreaPosition(AC_HMULTIDIMTILE hMultiDimTile, CMN_RECT* pRect);
+
+    /* ---- Images ---- */
+
+    /**
+     * The stored tile of an area at one channel and one position on each axis.
+     *
+     * channelID: the channel's number as decimal text.
+     * ztlCoordIndexes: positions, numOfElesInZtlCoordIndexes of them, in any order; may be NULL if there are none. An
+     * axis of one position may be left out, and position 0 of an axis that the group does not have is tolerated.
+     * phDeepZoomTile: gets the image, or NULL.
+     *
+     * AC_RESULT_SUCCESS with NULL in *phDeepZoomTile: the position is a valid one, and nothing is stored there. So test
+     * the handle and not the result alone. AC_RESULT_INVALID_PARAM: a NULL argument, a channel or position that the
+     * group does not have, an axis of several positions left out. AC_RESULT_MISSING_FILE, AC_RESULT_FILE_CORRUPT,
+     * AC_RESULT_DATA_NOT_SUPPORTED, AC_RESULT_IN_USE: as with _AC_Open, for a store that is read only now.
+     */
+    AC_Result _AC_GetImage(AC_HMULTIDIMTILE hMultiDimTile, const wchar_t* channelID, AC_AXIS_INFO* ztlCoordIndexes,
+                           int numOfElesInZtlCoordIndexes, AC_HTILE* phDeepZoomTile);
+
+    /**
+     * The image that follows, in the order of the store, the one that was last had from this area by _AC_GetImage or by
+     * this function. Reading tiles in this order is the fastest.
+     *
+     * channelIds: the channels of interest as decimal texts, numOfChannels of them, at least 1.
+     * ztlCoordIndexes: positions to stay at; an axis that is left out is walked.
+     *
+     * AC_RESULT_NO_MORE_FRAME: the walk has ended. AC_RESULT_ILLEGAL_STATE: there is no image to go on from: call
+     * _AC_GetImage first, also after a walk has ended. AC_RESULT_INVALID_PARAM: a NULL argument, a negative count, a
+     * channel or position that the group does not have. AC_RESULT_FAILURE: no channels.
+     */
+    AC_Result _AC_GetNextImage(AC_HAREA hMultiDimTile, const wchar_t** channelIds, int numOfChannels,
+                               AC_AXIS_INFO* ztlCoordIndexes, int numOfZtlCoordIndexes, AC_HIMAGE* phDeepZoomTile);
+
+    /**
+     * The bytes of an image. A compressed one (see "format" of "ChannelInfo") is handed over as it is stored, whole:
+     * the bytes are a JPEG, JPEG 2000, PNG or BMP stream. Of a raw one any rectangle is served: its rows from top to
+     * bottom, without padding, each pixel with its components side by side, little-endian.
+     *
+     * pRect: what to read, in pixels of the image; all four fields 0 for the whole image.
+     * buffer, bufferSize: where to; NULL and 0, or a size that is too small, only ask for the size, and nothing is
+     * read. sizeFilledOrNeeded: gets the number of bytes; 0 after a failure while reading.
+     *
+     * AC_RESULT_INVALID_PARAM: a NULL argument, a rectangle not within the image, or a part of a compressed image.
+     * AC_RESULT_FAILURE: a rectangle or buffer of more than 32 bits, or bytes that cannot be read from the store.
+     */
+    AC_Result _AC_GetImageBody(AC_HTILE hDeepZoomTile, CMN_RECT* pRect, BYTE* buffer, UINT64 bufferSize,
+                               UINT64* sizeFilledOrNeeded);
+
+    /** Frees nothing; the image can still be read. AC_RESULT_INVALID_PARAM for NULL. */
+    AC_Result _AC_ReleaseImage(AC_HTILE hDeepZoomTile);
+
+    /** The rectangle of an image, in pixels of its level. Every image has the size of a full tile, also at the right
+       and bottom edges. AC_RESULT_INVALID_PARAM for a NULL argument. */
+    AC_Result _AC_GetImageSize(AC_HIMAGE hImage, CMN_RECT* pRect);
+
+    /**
+     * The position of an image on each axis, in the order Z, time, lambda, by the two-call protocol: maxAllowedEles is
+     * the room at ztlIndexes, *filledOrNeededNumOfEles gets the number of axes. AC_RESULT_INVALID_PARAM for a NULL
+     * image or NULL count.
+     */
+    AC_Result _AC_GetImageAxis(AC_HTILE hDeepZoomTile, AC_AXIS_INFO* ztlIndexes, int maxAllowedEles,
+                               int* filledOrNeededNumOfEles);
+
+    /** The channel of an image as decimal text, by the two-call protocol; channelIdArrSize and *channelIdSize count
+        characters with the terminator. AC_RESULT_INVALID_PARAM for a NULL image or NULL size. */
+    AC_Result _AC_GetImageChannelId(AC_HTILE hDeepZoomTile, wchar_t* channelID, int channelIdArrSize,
+                                    int* channelIdSize);
+
+    /** The name of an axis for people, by the two-call protocol; nBufferSize and *pnSize count characters with the
+        terminator. AC_RESULT_INVALID_PARAM for an axis type that does not exist. */
+    AC_Result _AC_GetAxisName(AC_AxisType axisType, wchar_t* pBuffer, int nBufferSize, int* pnSize);
+
+    /* ---- Properties ---- */
+
+    /**
+     * A property set of an area, or of the level, group or document above it: the key decides. To ask for a group's
+     * property, ask any area of that group.
+     *
+     *   of the document   "SystemInfo" "UserComment" "IdInfo"
+     *   of the group      "GroupName" "EnabledChannelIdList" "ImageChannelIdList" (channelId) "ChannelInfo" (channelId)
+     *                     "Axes" "AxisInfo" (axisName) "ObjectiveLensInfo" "XYStagePosition" "CreationDateTime"
+     *                     "UpdateDateTime" "WorkInfo" "LUTInfo" (channelId, planeName) "AnalysisROIList"
+     *                     "ImagingROIList" "ImagingROIInfo"
+     *   of the level      "PixelLength"
+     *   of the area       "ImageSize" "AnalysisROIInfo" (roiId)
+     *
+     * propsetParams: the named parameters that stand in brackets above, each a wide text; NULL for a key without any.
+     * phPropset: gets the set, which lives until the document is closed; the same request answers the same set.
+     *
+     * AC_RESULT_INVALID_PARAM: a NULL argument, an unknown key, a wrong parameter. AC_RESULT_PROPERTY_NOT_FOUND: the
+     * document does not tell. AC_RESULT_UNSUPPORTED_OPERATION: not served by this version.
+     */
+    AC_Result _AC_GetAreaProperty(AC_HMULTIDIMTILE hMultiDimTile, const wchar_t* propsetKey,
+                                  const AC_PARAMS* propsetParams, AC_HPROPSET* phPropset);
+
+    /** A property set of an image: "AxisPosition" (axisName), "JpegTables", "StimulationROIList", "StimulationROIInfo".
+        Otherwise as _AC_GetAreaProperty. */
+    AC_Result _AC_GetFrameProperty(AC_HTILE hDeepZoomTile, const wchar_t* propsetKey, const AC_PARAMS* propsetParams,
+                                   AC_HPROPSET* phPropset);
+
+    /**
+     * The values of one key of a property set, by the two-call protocol: sizeOfListOfValues is the room at
+     * listOfValues, *numOfValues gets the number of values, which may be 0. Texts in the values are the plug-in's own
+     * and live until the document is closed. AC_RESULT_INVALID_PARAM, with 0 in *numOfValues: a NULL argument, a
+     * negative size, no such key.
+     */
+    AC_Result _AC_GetPropertyValue(AC_HPROPSET hPropSet, const wchar_t* propertyKey, AC_VALUE_WITH_TYPE* listOfValues,
+                                   int sizeOfListOfValues, int* numOfValues);
+
+    /** The keys of a property set in ascending order, by the two-call protocol. The texts are the plug-in's own and
+       live until the document is closed. AC_RESULT_INVALID_PARAM: a NULL argument, a negative size. */
+    AC_Result _AC_GetPropertyKeyList(AC_HPROPSET hPropset, const wchar_t** keys, int sizeOfKeysArr, int* numOfKeys);
+
+    /** Frees nothing. AC_RESULT_INVALID_PARAM for NULL. */
+    AC_Result _AC_ReleaseProperty(AC_HPROPSET hPropertySet);
+
+    /* ---- Versions, look-up tables and custom data ---- */
+
+    /** The version of the file format, as up to four numbers that fill the record from its end: 2.1 is product 2 and 1,
+        base 0 and 0. AC_RESULT_INVALID_PARAM for a NULL argument. */
+    AC_Result _AC_GetFileVersion(AC_HIMG_DOC hImgDoc, CMN_VERSION_INFO* version);
+
+    /**
+     * The colour look-up table of a grey channel, by the two-call protocol: tableBufferSize is the room at each of the
+     * three tables, which are all given or all NULL; *numOfEles gets the length of a table.
+     *
+     * AC_RESULT_NO_LUT: the channel has no table, as every colour channel. AC_RESULT_INVALID_PARAM: a NULL argument, no
+     * such channel.
+     */
+    AC_Result _AC_GetLUT(AC_HMULTIDIMTILE hMultiDimTile, wchar_t* channelID, int* pTableBufferR, int* pTableBufferG,
+                         int* pTableBufferB, int tableBufferSize, int* numOfEles);
+
+    /** The names and descriptions of the custom data, by the two-call protocol. The texts are the plug-in's own.
+        AC_RESULT_INVALID_PARAM for a NULL document or count. */
+    AC_Result _AC_GetSupportedCustomData(AC_HIMG_DOC hImgDoc, AC_CUSTOM_DATA_INFO* buffer, int bufferSize,
+                                         int* numOfEles);
+
+    /**
+     * One item of custom data, by the two-call protocol in bytes; 0 bytes if the document does not have it.
+     *
+     *   "SlideImage"             the overview picture of the whole slide, as stored; no parameters (a record of size 0)
+     *   "CroppedLevelImageSize"  four signed 32-bit numbers: x, y, width, height; parameters "groupId" and "levelId",
+     * in this order, as decimal texts
+     *
+     * AC_RESULT_INVALID_PARAM: a NULL argument, an unknown key, wrong parameters.
+     */
+    AC_Result _AC_GetCustomData(AC_HIMG_DOC hImgDoc, wchar_t* key, const AC_PARAMS* params, BYTE* buffer,
+                                UINT64 bufferSize, UINT64* numOfElesPopulated);
+
+    /**
+     * One display property of a group, by name, as narrow text without a terminator.
+     *
+     * Unlike everywhere else nBufferSize is not looked at: first call with pBuffer NULL to learn the size in bytes.
+     * params is needed for "ZEL_GroupExposureTime" only, whose first element's value is the channel as decimal text.
+     * AC_RESULT_PROPERTY_NOT_FOUND: the document does not tell. AC_RESULT_FAILURE: it holds a text without a name here.
+     * AC_RESULT_INVALID_PARAM: a NULL group or name, an unknown name.
+     */
+    AC_Result _AC_GetGroupCustomData(AC_HMULTIDIMIMG hMultiDimImg, wchar_t* pszGroupCustomDataName,
+                                     const AC_PARAM* params, BYTE* pBuffer, UINT64 nBufferSize, UINT64* pnSize);
+
+    /** The thumbnail as a BMP file in memory: call with NULL to learn its size in bytes. Here too small a buffer is an
+        error, AC_RESULT_INVALID_PARAM. AC_RESULT_PROPERTY_NOT_FOUND: there is none. AC_RESULT_DATA_NOT_SUPPORTED: it is
+        stored in a form that is not read. */
+    AC_Result _AC_GetThumbnailData(AC_HIMG_DOC hImgDoc, BYTE* buffer, UINT bufferSize, UINT* numOfEles);
+
+    /* ---- The files of a document, by name ---- */
+
+    /** The number of files a document is made of, itself included. The document is opened and closed for it, so all
+       that _AC_Open answers may come back. AC_RESULT_INVALID_PARAM for a NULL argument. */
+    AC_Result _AC_GetNumOfFiles(const wchar_t* pszFileName, UINT* pnNumOfFiles);
+
+    /**
+     * The name of one file of a document: number 0 is the document itself, by the name given.
+     *
+     * With pszUnitFileName NULL, *pnUnitFileNameSize gets the needed size in bytes, terminator included; otherwise it
+     * tells the room at pszUnitFileName in bytes. AC_RESULT_INVALID_PARAM: a NULL argument, a number beyond the last
+     * file.
+     */
+    AC_Result _AC_GetFileName(const wchar_t* pszFileName, UINT nUnitNumber, wchar_t* pszUnitFileName,
+                              UINT* pnUnitFileNameSize);
+
+    /** Not supported: AC_RESULT_UNSUPPORTED_OPERATION, whatever the arguments. */
+    AC_Result _AC_GetFileId(const wchar_t* pszFileName, wchar_t* pszFileId);
+
+#ifdef __GNUC__
+#pragma GCC visibility pop
+#endif
+
+#ifdef __cplusplus
+}
+#endif
+
+#endif
