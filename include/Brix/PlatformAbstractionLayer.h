@@ -7,6 +7,12 @@
 
 #ifdef __cplusplus
 #include <string>
+#endif
+
+/* These, and these alone, are visible outside of the plug-in. */
+#pragma GCC visibility push(default)
+
+#ifdef __cplusplus
 
 extern "C"
 {
@@ -34,5 +40,7 @@ extern "C"
     const wchar_t* PAL_fmt_return_scstr(const wchar_t* format, std::wstring& holder);
 }
 #endif
+
+#pragma GCC visibility pop
 
 #endif
