@@ -100,7 +100,7 @@ public:
 
 private:
     void ThrowIfBuilt() const;
-    CNode* FindStackVolume(uint32_t stackId);
+    CNode DisplayFlow() const;
 
     std::vector<Stack> _Stacks;
     std::vector<uint32_t> _VersionNumber = {1, 1};

@@ -229,7 +229,7 @@ CNode Double(uint32_t tag, double value, uint32_t code = FieldCode::Double);
 CNode Text(uint32_t tag, std::string_view utf8, uint32_t code = FieldCode::TcharArrUnicode);
 CNode Text(uint32_t tag, std::u16string_view units, uint32_t code = FieldCode::TcharArrUnicode);
 
-// Leaves with several values; a code of 0 stands for one that takes any number of them.
+// Leaves with several values.
 CNode Int32s(uint32_t tag, const std::vector<int32_t>& values, uint32_t code = FieldCode::IntArrVari);
 CNode UInt32s(uint32_t tag, const std::vector<uint32_t>& values, uint32_t code = FieldCode::IntArrVari);
 CNode Int64s(uint32_t tag, const std::vector<int64_t>& values, uint32_t code = FieldCode::Int64);

@@ -219,7 +219,8 @@ public:
     std::vector<CLevelGrid> Grids() const;     ///< in rising order of levels
     uint32_t LevelWidth(uint32_t level) const; ///< of the picture, not of its tiles
     uint32_t LevelHeight(uint32_t level) const;
-    std::vector<CIndexes> Frames() const;            ///< in the order of the frames in the document
+    std::vector<CIndexes> Frames() const;            ///< all combinations of the dimensions' points
+    std::vector<CIndexes> FrameNodes() const;        ///< those that have a node of their own, in file order
     std::vector<uint32_t> NumOfPointsPerDim() const; ///< the counts as they are written
     uint32_t BytesPerPixel() const;
 
