@@ -6,6 +6,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -94,13 +95,14 @@ private:
 
     CFieldHeader ReadFieldHeader(uint64_t offset, CZelDataFieldForVolume& vol);
     bool FinishReadingValue(const CFieldHeader& header, std::unique_ptr<CZelDataField>& node);
-    bool IsValueWithinTheFile(const CFieldHeader& header);
-    void ReadMeasObj(CZelDataFieldForBlobWithZelTags& blobWithTags);
+    std::optional<CDataWithType> ReadNumber(int32_t fieldType, bool isDataInline);
+    std::unique_ptr<CBasicArray> ReadText(uint32_t eleSize, uint32_t sizeInBytes);
+    bool ReadMeasObj(CZelDataFieldForBlobWithZelTags& blobWithTags);
+    void SkipXml();
+    uint64_t NumOfBytesLeft();
     void PushDbgTag(uint32_t tag, uint32_t numOfEarlierSiblings);
     void PopDbgTag();
-    void CountFieldHeader();
-    uint64_t NumOfBytesLeft();
-    CDataWithType ReadScalar(int32_t fieldType, bool isDataInline);
+    void ForgetDbgTags();
 
     CBinaryFileReader& _Document;
     CIfdOffsets _IfdOffsets;
