@@ -1,0 +1,238 @@
+#include "HostTool/Document.h"
+
+#include "HostTool/HostError.h"
+#include "HostTool/Text.h"
+
+#include <array>
+#include <cstring>
+
+namespace HostTool
+{
+
+std::string TextOf(const CPosition& position)
+{
+    return "channel " + std::to_string(position.Channel) + ", z " + std::to_string(position.Z) + ", t " +
+           std::to_string(position.T) + ", lambda " + std::to_string(position.Lambda);
+}
+
+CImage::CImage(const CDocument& document, AC_HIMAGE image)
+    : _Document(document), _Handle(image, {document.Host().ReleaseImage.Address()})
+{
+}
+
+CMN_RECT CImage::Size() const
+{
+    CMN_RECT rect{};
+    _Document.Require(_Document.Host().GetImageSize(_Handle.get(), &rect), "cannot tell the size of a tile");
+    return rect;
+}
+
+std::vector<uint8_t> CImage::Body() const
+{
+    CMN_RECT whole{};
+    UINT64 size = 0;
+    _Document.Require(_Document.Host().GetImageBody(_Handle.get(), &whole, nullptr, 0, &size), "cannot read a tile");
+    std::vector<uint8_t> bytes(size);
+    _Document.Require(_Document.Host().GetImageBody(_Handle.get(), &whole, bytes.data(), bytes.size(), &size),
+                      "cannot read a tile");
+    return bytes;
+}
+
+std::optional<uint64_t> CImage::BytesPerRawPixel() const
+{
+    // A part of an image is served of raw ones only, so asking for one pixel tells both.
+    CMN_RECT onePixel{0, 0, 1, 1};
+    UINT64 size = 0;
+    if (_Document.Host().GetImageBody(_Handle.get(), &onePixel, nullptr, 0, &size) != AC_RESULT_SUCCESS)
+        return std::nullopt;
+    return size;
+}
+
+CArea::CArea(const CDocument& document, AC_HAREA area)
+    : _Document(document), _Handle(area, {document.Host().ReleaseArea.Address()})
+{
+}
+
+CMN_RECT CArea::Position() const
+{
+    CMN_RECT rect{};
+    _Document.Require(_Document.Host().GetAreaPosition(_Handle.get(), &rect), "cannot tell where an area lies");
+    return rect;
+}
+
+AC_Result CArea::ImageAt(const CPosition& position, AC_HIMAGE& image) const
+{
+    std::array<AC_AXIS_INFO, 3> axes{
+        {{AC_AT_Z, position.Z}, {AC_AT_TIME, position.T}, {AC_AT_LAMBDA, position.Lambda}}};
+    return _Document.Host().GetImage(_Handle.get(), std::to_wstring(position.Channel).c_str(), axes.data(),
+                                     static_cast<int>(axes.size()), &image);
+}
+
+Presence CArea::PresenceAt(const CPosition& position) const
+{
+    AC_HIMAGE image = nullptr;
+    const AC_Result result = ImageAt(position, image);
+    if (result == AC_RESULT_INVALID_PARAM)
+        return Presence::NoSuchPlace;
+    _Document.Require(result, "cannot find a tile");
+    return image ? Presence::Stored : Presence::Absent;
+}
+
+std::optional<CImage> CArea::Image(const CPosition& position) const
+{
+    AC_HIMAGE image = nullptr;
+    const AC_Result result = ImageAt(position, image);
+    if (result == AC_RESULT_INVALID_PARAM)
+        throw CHostError(ExitCode::WrongUsage, _Document.Path().string() + ": there is no " + TextOf(position) +
+                                                   "; 'zel info' tells what there is");
+    _Document.Require(result, "cannot find a tile");
+    return image ? std::optional<CImage>(std::in_place, _Document, image) : std::nullopt;
+}
+
+std::optional<CPropertySet> CArea::Properties(const wchar_t* key, const AC_PARAMS* parameters) const
+{
+    AC_HPROPSET set = nullptr;
+    if (_Document.Host().GetAreaProperty(_Handle.get(), key, parameters, &set) != AC_RESULT_SUCCESS)
+        return std::nullopt;
+    return std::optional<CPropertySet>(std::in_place, _Document.Host(), set);
+}
+
+std::optional<CPropertySet> CArea::Properties(const wchar_t* key) const
+{
+    return Properties(key, nullptr);
+}
+
+std::optional<CPropertySet> CArea::Properties(const wchar_t* key, const wchar_t* parameter, std::wstring value) const
+{
+    AC_PARAM_ELEMENT element{parameter, value.data()};
+    const AC_PARAMS parameters{1, &element};
+    return Properties(key, &parameters);
+}
+
+CGroup::CGroup(const CDocument& document, int number, AC_HGROUP group)
+    : _Document(document), _Number(number), _Handle(group, {document.Host().ReleaseGroup.Address()})
+{
+}
+
+std::string CGroup::Where(int level) const
+{
+    return "group " + std::to_string(_Number) + ", level " + std::to_string(level);
+}
+
+int CGroup::NumOfLevels() const
+{
+    int numOfLevels = 0;
+    _Document.Require(_Document.Host().GetNumOfLevels(_Handle.get(), &numOfLevels),
+                      "cannot tell the levels of group " + std::to_string(_Number));
+    return numOfLevels;
+}
+
+std::optional<CMN_RECT> CGroup::LevelRect(int level) const
+{
+    CMN_RECT rect{};
+    const AC_Result result = _Document.Host().GetLevelImageSize(_Handle.get(), level, &rect);
+    if (result == AC_RESULT_PROPERTY_NOT_FOUND)
+        return std::nullopt;
+    _Document.Require(result, "cannot tell the size of " + Where(level));
+    return rect;
+}
+
+std::optional<CMN_RECT> CGroup::PictureRect(int level) const
+{
+    std::wstring group = std::to_wstring(_Number);
+    std::wstring levelText = std::to_wstring(level);
+    std::array<AC_PARAM_ELEMENT, 2> parameters{{{L"groupId", group.data()}, {L"levelId", levelText.data()}}};
+    const auto bytes = _Document.CustomData(L"CroppedLevelImageSize", parameters);
+    std::array<int32_t, 4> numbers{};
+    if (!bytes || bytes->size() != sizeof(numbers))
+        return std::nullopt;
+    std::memcpy(numbers.data(), bytes->data(), sizeof(numbers));
+    for (const int32_t number : numbers)
+        if (number < 0)
+            return std::nullopt;
+    return CMN_RECT{static_cast<UINT64>(numbers[0]), static_cast<UINT64>(numbers[1]), static_cast<UINT64>(numbers[2]),
+                    static_cast<UINT64>(numbers[3])};
+}
+
+CGrid CGroup::Grid(int level) const
+{
+    INT32 numOfAreas = 0;
+    _Document.Require(_Document.Host().GetNumOfArea(_Handle.get(), level, &numOfAreas),
+                      "cannot tell the tile grid of " + Where(level));
+    if (numOfAreas <= 0)
+        return {};
+    // The interface tells rows times columns only. Areas are numbered row by row, so the first one that lies lower than
+    // area 0 is the number of columns.
+    const UINT64 top = Area(level, 0).Position().y;
+    uint64_t inFirstRow = 0;
+    auto notInFirstRow = static_cast<uint64_t>(numOfAreas);
+    while (notInFirstRow - inFirstRow > 1)
+    {
+        const uint64_t middle = inFirstRow + (notInFirstRow - inFirstRow) / 2;
+        (Area(level, middle).Position().y == top ? inFirstRow : notInFirstRow) = middle;
+    }
+    return {notInFirstRow, static_cast<uint64_t>(numOfAreas) / notInFirstRow};
+}
+
+CArea CGroup::Area(int level, uint64_t areaID) const
+{
+    AC_HAREA area = nullptr;
+    _Document.Require(_Document.Host().GetArea(_Handle.get(), level, areaID, &area),
+                      "cannot find area " + std::to_string(areaID) + " of " + Where(level));
+    return {_Document, area};
+}
+
+CDocument::CDocument(const CPluginHost& host, const std::filesystem::path& path)
+    : _Host(host), _Path(std::filesystem::absolute(path))
+{
+    AC_HIMG_DOC document = nullptr;
+    // The format's rules refuse a name without a folder, so the plug-in always gets the whole one.
+    Require(host.Open(ToWide(_Path.string()).c_str(), AC_OM_READ, &document), "cannot open");
+    _Handle = CHandle(document, {host.Close.Address()});
+}
+
+int CDocument::NumOfGroups() const
+{
+    INT32 numOfGroups = 0;
+    Require(_Host.GetNumOfGroups(_Handle.get(), &numOfGroups), "cannot tell the groups");
+    return numOfGroups;
+}
+
+CGroup CDocument::Group(int number) const
+{
+    AC_HGROUP group = nullptr;
+    Require(_Host.GetGroup(_Handle.get(), number, &group), "cannot find group " + std::to_string(number));
+    return {*this, number, group};
+}
+
+std::optional<std::string> CDocument::FormatVersion() const
+{
+    CMN_VERSION_INFO version{};
+    if (_Host.GetFileVersion(_Handle.get(), &version) != AC_RESULT_SUCCESS)
+        return std::nullopt;
+    std::string text = std::to_string(version.product.unMajor) + "." + std::to_string(version.product.unMinor);
+    if (version.base.unMajor != 0 || version.base.unMinor != 0)
+        text = std::to_string(version.base.unMajor) + "." + std::to_string(version.base.unMinor) + "." + text;
+    return text;
+}
+
+std::optional<std::vector<uint8_t>> CDocument::CustomData(std::wstring key,
+                                                          std::span<AC_PARAM_ELEMENT> parameters) const
+{
+    const AC_PARAMS list{static_cast<INT32>(parameters.size()), parameters.data()};
+    UINT64 size = 0;
+    if (_Host.GetCustomData(_Handle.get(), key.data(), &list, nullptr, 0, &size) != AC_RESULT_SUCCESS)
+        return std::nullopt;
+    std::vector<uint8_t> bytes(size);
+    if (_Host.GetCustomData(_Handle.get(), key.data(), &list, bytes.data(), bytes.size(), &size) != AC_RESULT_SUCCESS)
+        return std::nullopt;
+    return bytes;
+}
+
+void CDocument::Require(AC_Result result, const std::string& what) const
+{
+    if (result != AC_RESULT_SUCCESS)
+        throw FailedCall(_Path, what, result);
+}
+
+} // namespace HostTool

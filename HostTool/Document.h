@@ -1,0 +1,133 @@
+#pragma once
+
+#include "HostTool/PropertySet.h"
+
+#include <span>
+
+namespace HostTool
+{
+
+/// Where an image stands among those of one area.
+struct CPosition
+{
+    uint32_t Channel = 0;
+    int64_t Z = 0;
+    int64_t T = 0;
+    int64_t Lambda = 0;
+};
+
+/// "channel 0, z 3, t 0, lambda 0"
+std::string TextOf(const CPosition& position);
+
+/// Whether there is an image at a position of an area, and whether there could be one.
+enum class Presence
+{
+    Stored,     ///< there is one
+    Absent,     ///< the position is a valid one, nothing is stored there
+    NoSuchPlace ///< the group has no such channel or position
+};
+
+/// The tile grid of a level. Columns and rows are counted from 0, from the upper left tile that exists.
+struct CGrid
+{
+    uint64_t Cols = 0;
+    uint64_t Rows = 0;
+    uint64_t AreaID(uint64_t col, uint64_t row) const { return row * Cols + col; }
+    bool operator==(const CGrid&) const = default;
+};
+
+class CDocument;
+
+/// One stored tile. Valid as long as its document is open.
+class CImage
+{
+public:
+    CImage(const CDocument& document, AC_HIMAGE image);
+
+    /// The rectangle, in pixels of its level.
+    CMN_RECT Size() const;
+    /// All its bytes as they are stored.
+    std::vector<uint8_t> Body() const;
+    /// Bytes of one pixel if the image is raw; nothing if it is compressed.
+    std::optional<uint64_t> BytesPerRawPixel() const;
+
+private:
+    const CDocument& _Document;
+    CHandle _Handle;
+};
+
+/// One position in the tile grid of a level. Valid as long as its document is open.
+class CArea
+{
+public:
+    CArea(const CDocument& document, AC_HAREA area);
+
+    CMN_RECT Position() const;
+    /// Throws CHostError for a failure that is none of the three.
+    Presence PresenceAt(const CPosition& position) const;
+    /// The image, or nothing if none is stored there. Throws CHostError if the group has no such position.
+    std::optional<CImage> Image(const CPosition& position) const;
+
+    /// A property set of the area, its level, its group or its document. Nothing if the document doesn't tell, or the
+    /// plug-in doesn't serve the key.
+    std::optional<CPropertySet> Properties(const wchar_t* key) const;
+    std::optional<CPropertySet> Properties(const wchar_t* key, const wchar_t* parameter, std::wstring value) const;
+
+private:
+    AC_Result ImageAt(const CPosition& position, AC_HIMAGE& image) const;
+    std::optional<CPropertySet> Properties(const wchar_t* key, const AC_PARAMS* parameters) const;
+
+    const CDocument& _Document;
+    CHandle _Handle;
+};
+
+/// One image of the document with its pyramid. Valid as long as its document is open.
+class CGroup
+{
+public:
+    CGroup(const CDocument& document, int number, AC_HGROUP group);
+
+    int Number() const { return _Number; }
+    int NumOfLevels() const;
+    /// The rectangle of a level's whole tiles; nothing if the document has no data for this level.
+    std::optional<CMN_RECT> LevelRect(int level) const;
+    /// The picture within LevelRect, without the parts of the edge tiles beyond it; nothing if the plug-in doesn't
+    /// tell.
+    std::optional<CMN_RECT> PictureRect(int level) const;
+    CGrid Grid(int level) const;
+    CArea Area(int level, uint64_t areaID) const;
+
+private:
+    std::string Where(int level) const;
+
+    const CDocument& _Document;
+    int _Number;
+    CHandle _Handle;
+};
+
+/// An opened document; closed at the end of its scope.
+class CDocument
+{
+public:
+    /// Throws CHostError if it can't be opened.
+    CDocument(const CPluginHost& host, const std::filesystem::path& path);
+
+    const std::filesystem::path& Path() const { return _Path; }
+    int NumOfGroups() const;
+    CGroup Group(int number) const;
+    /// The version of its format, as "2.1"; nothing if the plug-in doesn't tell.
+    std::optional<std::string> FormatVersion() const;
+    /// One item of custom data; nothing if the plug-in doesn't serve it.
+    std::optional<std::vector<uint8_t>> CustomData(std::wstring key, std::span<AC_PARAM_ELEMENT> parameters) const;
+
+    const CPluginHost& Host() const { return _Host; }
+    /// Throws CHostError, saying what was being done, unless `result` is a success.
+    void Require(AC_Result result, const std::string& what) const;
+
+private:
+    const CPluginHost& _Host;
+    std::filesystem::path _Path;
+    CHandle _Handle;
+};
+
+} // namespace HostTool

@@ -1,0 +1,57 @@
+#include "HostTool/GuardedRun.h"
+
+#include "HostTool/HostError.h"
+#include "HostTool/Text.h"
+
+#include <cerrno>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <iostream>
+#include <sys/resource.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+namespace HostTool
+{
+
+namespace
+{
+
+[[noreturn]] void EndAsChild(const std::function<int()>& work)
+{
+    const rlimit noCoreDump{0, 0};
+    setrlimit(RLIMIT_CORE, &noCoreDump);
+    std::exit(work());
+}
+
+int WaitFor(pid_t child)
+{
+    int status = 0;
+    while (waitpid(child, &status, 0) < 0)
+        if (errno != EINTR)
+            throw CHostError(ExitCode::BadFile, std::string("cannot wait for the reading process: ") +
+                                                    std::strerror(errno) + "; try again");
+    return status;
+}
+
+} // namespace
+
+int RunGuarded(const std::string& document, const std::function<int()>& work)
+{
+    std::cout.flush();
+    const pid_t child = fork();
+    if (child < 0)
+        throw CHostError(ExitCode::BadFile, std::string("cannot start a process: ") + std::strerror(errno) +
+                                                "; end other programs and try again");
+    if (child == 0)
+        EndAsChild(work);
+    const int status = WaitFor(child);
+    if (WIFEXITED(status))
+        return WEXITSTATUS(status);
+    std::cerr << "zel: " << Printable(document) << ": reading it ended early (" << strsignal(WTERMSIG(status))
+              << "): it holds data of a kind that the plug-in does not know, or it is damaged\n";
+    return static_cast<int>(ExitCode::BadFile);
+}
+
+} // namespace HostTool

@@ -1,0 +1,51 @@
+#include "HostTool/HostError.h"
+
+namespace HostTool
+{
+
+namespace
+{
+
+struct CMeaning
+{
+    ExitCode Code;
+    std::string Text;
+};
+
+/// The folder beside a document in which its tile stores lie.
+std::string SideFolderOf(const std::filesystem::path& document)
+{
+    return (document.parent_path() / ("_" + document.stem().string() + "_")).string();
+}
+
+CMeaning MeaningOf(AC_Result result, const std::filesystem::path& document)
+{
+    switch (result)
+    {
+    case AC_RESULT_FILE_NOT_FOUND:
+        return {ExitCode::WrongUsage, "no such file, or no right to read it; check the name"};
+    case AC_RESULT_INVALID_PARAM:
+        return {ExitCode::WrongUsage, "this is not the name of a document; give the file that ends in .zel"};
+    case AC_RESULT_MISSING_FILE:
+        return {ExitCode::MissingFile,
+                "a tile store is missing; put the folder " + SideFolderOf(document) + " back beside the document"};
+    case AC_RESULT_IN_USE:
+        return {ExitCode::BadFile, "a tile store is being written by another program; try again when it has finished"};
+    case AC_RESULT_DATA_NOT_SUPPORTED:
+    case AC_RESULT_UNSUPPORTED_OPERATION:
+        return {ExitCode::BadFile, "the document holds data of a kind that the plug-in does not read"};
+    default:
+        return {ExitCode::BadFile, "the file is damaged, or not a document of this format"};
+    }
+}
+
+} // namespace
+
+CHostError FailedCall(const std::filesystem::path& document, const std::string& what, AC_Result result)
+{
+    const CMeaning meaning = MeaningOf(result, document);
+    return {meaning.Code, document.string() + ": " + what + ": " + meaning.Text + " (result " +
+                              std::to_string(static_cast<int>(result)) + ")"};
+}
+
+} // namespace HostTool

@@ -1,0 +1,35 @@
+#pragma once
+
+#include "Brix/AccessorInterface.h"
+
+#include <filesystem>
+#include <stdexcept>
+#include <string>
+
+namespace HostTool
+{
+
+/// What the program answers to a script that called it.
+enum class ExitCode : int
+{
+    Done = 0,
+    BadFile = 1,     ///< damaged, or not a document of this format
+    WrongUsage = 2,  ///< wrong options, no such file, no such tile, no room to write to
+    MissingFile = 3, ///< the document is there, a file beside it is not
+};
+
+/// A failure as the user is to read it: one line that says what, where, and what to do, and the exit code for scripts.
+class CHostError : public std::runtime_error
+{
+public:
+    CHostError(ExitCode exitCode, const std::string& line) : std::runtime_error(line), _ExitCode(exitCode) {}
+    ExitCode Code() const { return _ExitCode; }
+
+private:
+    ExitCode _ExitCode;
+};
+
+/// The failure of a call on `document`: what was being done, as in "cannot open", and what `result` means for it.
+CHostError FailedCall(const std::filesystem::path& document, const std::string& what, AC_Result result);
+
+} // namespace HostTool

@@ -1,0 +1,13 @@
+#pragma once
+
+#include "HostTool/DocumentFacts.h"
+
+#include <ostream>
+
+namespace HostTool
+{
+
+/// `zel info`: the document, its groups, channels, axes, levels and tile grids, as text for people.
+void PrintFacts(std::ostream& out, const CDocumentFacts& facts);
+
+} // namespace HostTool

@@ -1,0 +1,39 @@
+#pragma once
+
+#include <cstdio>
+#include <filesystem>
+#include <memory>
+#include <span>
+
+namespace HostTool
+{
+
+/// A file that appears under its name only when it is complete: it is written beside it and renamed at the end, and
+/// taken away if it never gets so far.
+class COutputFile
+{
+public:
+    /// Throws CHostError if it can't be made.
+    explicit COutputFile(std::filesystem::path path);
+    ~COutputFile();
+    COutputFile(const COutputFile&) = delete;
+    COutputFile& operator=(const COutputFile&) = delete;
+
+    std::FILE* Stream() { return _Stream.get(); }
+    void Write(std::span<const uint8_t> bytes);
+    /// Gives the file its name. Throws CHostError if anything could not be written.
+    void Finish();
+
+private:
+    [[noreturn]] void Fail() const;
+
+    struct CCloser
+    {
+        void operator()(std::FILE* stream) const { std::fclose(stream); }
+    };
+    std::filesystem::path _Path;
+    std::filesystem::path _PartPath;
+    std::unique_ptr<std::FILE, CCloser> _Stream;
+};
+
+} // namespace HostTool

@@ -1,0 +1,19 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace HostTool
+{
+
+/// The plug-in's wide text as UTF-8. What is no character (a lone surrogate, a number too large) becomes U+FFFD.
+std::string ToUtf8(std::wstring_view wide);
+
+/// UTF-8 as the plug-in takes it, whatever the locale. Throws CHostError for bytes that are no UTF-8.
+std::wstring ToWide(std::string_view utf8);
+
+/// A text of a document as it may go to a terminal: control characters, which could move the cursor or worse, become
+/// '?'.
+std::string Printable(std::string utf8);
+
+} // namespace HostTool

@@ -1,0 +1,143 @@
+#include "HostTool/TileFile.h"
+
+#include "HostTool/HostError.h"
+#include "HostTool/OutputFile.h"
+#include "HostTool/PngFile.h"
+
+#include <algorithm>
+#include <array>
+
+namespace HostTool
+{
+
+namespace
+{
+
+struct CKindOfFile
+{
+    std::string_view Signature;
+    std::string_view Extension;
+    std::string_view Name;
+    std::string_view OtherExtension;
+};
+
+using namespace std::string_view_literals;
+
+constexpr std::array<CKindOfFile, 5> KindsOfFile{{
+    {"\xFF\xD8\xFF"sv, ".jpg", "JPEG", ".jpeg"},
+    {"\0\0\0\x0CjP  \r\n\x87\n"sv, ".jp2", "JPEG 2000", ".jp2"},
+    {"\xFF\x4F\xFF\x51"sv, ".j2k", "JPEG 2000 codestream", ".j2c"},
+    {"\x89PNG\r\n\x1A\n"sv, ".png", "PNG", ".png"},
+    {"BM"sv, ".bmp", "BMP", ".bmp"},
+}};
+
+const CKindOfFile* FindKind(std::span<const uint8_t> bytes)
+{
+    const std::string_view text(reinterpret_cast<const char*>(bytes.data()), bytes.size());
+    const auto kind = std::find_if(KindsOfFile.begin(), KindsOfFile.end(),
+                                   [&](const CKindOfFile& candidate) { return text.starts_with(candidate.Signature); });
+    return kind == KindsOfFile.end() ? nullptr : &*kind;
+}
+
+std::string TextOfSize(const CTile& tile)
+{
+    return std::to_string(tile.Rect.width) + " x " + std::to_string(tile.Rect.height);
+}
+
+/// The pixels of a raw tile as PNG can hold them; nothing if it can't.
+std::optional<CPixels> PixelsOf(const CTile& tile)
+{
+    const uint64_t bytesPerPixel = tile.BytesPerRawPixel.value_or(0);
+    constexpr uint64_t mostPixels = 1U << 31; // of libpng, and small enough for the products below
+    if (tile.Rect.width == 0 || tile.Rect.height == 0 || tile.Rect.width >= mostPixels ||
+        tile.Rect.height >= mostPixels)
+        return std::nullopt;
+    const bool isGrey = bytesPerPixel == 1 || bytesPerPixel == 2;
+    const bool isColour = bytesPerPixel == 3 || bytesPerPixel == 6;
+    if ((!isGrey && !isColour) || tile.Bytes.size() / bytesPerPixel / tile.Rect.width != tile.Rect.height ||
+        tile.Bytes.size() != tile.Rect.width * tile.Rect.height * bytesPerPixel)
+        return std::nullopt;
+    CPixels pixels;
+    pixels.Bytes = tile.Bytes;
+    pixels.Width = static_cast<uint32_t>(tile.Rect.width);
+    pixels.Height = static_cast<uint32_t>(tile.Rect.height);
+    pixels.NumOfComponents = isGrey ? 1 : 3;
+    pixels.BitsPerComponent = bytesPerPixel % 2 == 0 ? 16 : 8;
+    pixels.IsBlueFirst = tile.ColorSpace == "BGR";
+    return pixels;
+}
+
+void RequireExtension(const std::filesystem::path& path, std::string_view extension, std::string_view other,
+                      const std::string& what)
+{
+    if (path.extension() != extension && path.extension() != other)
+        throw CHostError(ExitCode::WrongUsage, path.string() + ": the tile is " + what + "; give a name that ends in " +
+                                                   std::string(extension));
+}
+
+std::string WriteAsStored(const CTile& tile, const std::filesystem::path& path, const std::string& what)
+{
+    COutputFile file(path);
+    file.Write(tile.Bytes);
+    file.Finish();
+    return path.string() + ": " + what + ", " + std::to_string(tile.Bytes.size()) + " bytes as stored";
+}
+
+std::string WriteAsPng(const CPixels& pixels, const std::filesystem::path& path, const std::string& what)
+{
+    COutputFile file(path);
+    if (!WritePng(file.Stream(), pixels))
+        throw CHostError(ExitCode::WrongUsage,
+                         path.string() + ": cannot be written as PNG; give a name that ends in .raw");
+    file.Finish();
+    return path.string() + ": " + what + ", as PNG";
+}
+
+std::string WriteRaw(const CTile& tile, std::filesystem::path path)
+{
+    const auto pixels = PixelsOf(tile);
+    if (!path.has_extension())
+        path += pixels ? ".png" : ".raw";
+    std::string what = "raw pixels, " + TextOfSize(tile) + " of " + std::to_string(*tile.BytesPerRawPixel) + " bytes";
+    if (pixels && pixels->NumOfComponents == 3 && !tile.ColorSpace)
+        what += " (taken as red, green, blue: the plug-in does not tell)";
+    if (path.extension() == ".raw")
+        return WriteAsStored(tile, path, what);
+    if (!pixels)
+        RequireExtension(path, ".raw", ".raw", what + ", which PNG cannot hold");
+    RequireExtension(path, ".png", ".png", what);
+    return WriteAsPng(*pixels, path, what);
+}
+
+} // namespace
+
+std::string ExtensionOf(std::span<const uint8_t> bytes)
+{
+    const CKindOfFile* kind = FindKind(bytes);
+    return kind ? std::string(kind->Extension) : ".raw";
+}
+
+CTile ReadTile(const CArea& area, const CImage& image, uint32_t channel)
+{
+    CTile tile{image.Body(), image.Size(), image.BytesPerRawPixel(), std::nullopt};
+    // Facts of a channel can cost a scan of all its pixels, so they are asked for only where the colours' order
+    // matters.
+    if (tile.BytesPerRawPixel == 3U || tile.BytesPerRawPixel == 6U)
+        tile.ColorSpace = ChannelFacts(area, channel).ColorSpace;
+    return tile;
+}
+
+std::string WriteTile(const CTile& tile, std::filesystem::path path)
+{
+    if (tile.BytesPerRawPixel)
+        return WriteRaw(tile, std::move(path));
+    const std::string extension = ExtensionOf(tile.Bytes);
+    if (!path.has_extension())
+        path += extension;
+    const CKindOfFile* kind = FindKind(tile.Bytes);
+    const std::string name = kind ? std::string(kind->Name) : "of a compression that is not known here";
+    RequireExtension(path, extension, kind ? kind->OtherExtension : extension, name);
+    return WriteAsStored(tile, path, name + ", " + TextOfSize(tile));
+}
+
+} // namespace HostTool

@@ -1,0 +1,31 @@
+#pragma once
+
+#include "HostTool/DocumentFacts.h"
+
+#include <filesystem>
+#include <string>
+
+namespace HostTool
+{
+
+/// The extension of the file that a tile's bytes make by themselves, told by the first of them: ".jpg", ".jp2" or
+/// ".j2k", ".png", ".bmp"; ".raw" for what is none of these.
+std::string ExtensionOf(std::span<const uint8_t> bytes);
+
+/// A tile that was read: its bytes, and what is known of their pixels.
+struct CTile
+{
+    std::vector<uint8_t> Bytes;
+    CMN_RECT Rect{};
+    std::optional<uint64_t> BytesPerRawPixel; ///< nothing: the tile is compressed
+    std::optional<std::string> ColorSpace;    ///< of a raw tile in colours: "RGB", "BGR"
+};
+
+CTile ReadTile(const CArea& area, const CImage& image, uint32_t channel);
+
+/// Writes a tile to a file: a compressed one as it is stored, a raw one as a PNG picture, or as stored if PNG has no
+/// such pixels or `path` ends in ".raw". A path without an extension gets the one that fits. Answers a line that says
+/// what was written. Throws CHostError if the extension is that of another kind of file, or the file can't be written.
+std::string WriteTile(const CTile& tile, std::filesystem::path path);
+
+} // namespace HostTool
