@@ -48,18 +48,12 @@ Stack& Stack::MissingTile(uint32_t level, int32_t column, int32_t row)
 namespace
 {
 
-CStackDimension DimensionOf(DimensionMeaning::E meaning, uint32_t numOfPoints)
+CStackDimension DimensionOf(DimensionMeaning::E meaning, uint32_t numOfPoints, double start, double step,
+                            const std::string& unit)
 {
     CStackDimension dimension;
     dimension.Meaning = meaning;
     dimension.NumOfPoints = numOfPoints;
-    return dimension;
-}
-
-CStackDimension DimensionOf(DimensionMeaning::E meaning, uint32_t numOfPoints, double start, double step,
-                            const std::string& unit)
-{
-    CStackDimension dimension = DimensionOf(meaning, numOfPoints);
     dimension.Start = start;
     dimension.Step = step;
     dimension.StartUnit = dimension.StepUnit = unit;
@@ -74,29 +68,14 @@ Stack& Stack::Dimension(CStackDimension dimension)
     return *this;
 }
 
-Stack& Stack::Z(uint32_t numOfPoints)
-{
-    return Dimension(DimensionOf(DimensionMeaning::Z, numOfPoints));
-}
-
 Stack& Stack::Z(uint32_t numOfPoints, double start, double step, std::string unit)
 {
     return Dimension(DimensionOf(DimensionMeaning::Z, numOfPoints, start, step, unit));
 }
 
-Stack& Stack::T(uint32_t numOfPoints)
-{
-    return Dimension(DimensionOf(DimensionMeaning::T, numOfPoints));
-}
-
 Stack& Stack::T(uint32_t numOfPoints, double start, double step, std::string unit)
 {
     return Dimension(DimensionOf(DimensionMeaning::T, numOfPoints, start, step, unit));
-}
-
-Stack& Stack::Lambda(uint32_t numOfPoints)
-{
-    return Dimension(DimensionOf(DimensionMeaning::Lambda, numOfPoints));
 }
 
 Stack& Stack::Lambda(uint32_t numOfPoints, double start, double step, std::string unit)
@@ -106,7 +85,9 @@ Stack& Stack::Lambda(uint32_t numOfPoints, double start, double step, std::strin
 
 Stack& Stack::Channels(std::vector<CChannel> channels)
 {
-    CStackDimension dimension = DimensionOf(DimensionMeaning::Channel, static_cast<uint32_t>(channels.size()));
+    CStackDimension dimension;
+    dimension.Meaning = DimensionMeaning::Channel;
+    dimension.NumOfPoints = static_cast<uint32_t>(channels.size());
     dimension.Channels = std::move(channels);
     return Dimension(std::move(dimension));
 }

@@ -35,7 +35,8 @@ struct CChannel
     bool IsWavelength = false;                       ///< carries the node that marks a channel among surplus ones
 };
 
-/// A dimension of a stack. What is not set is not written.
+/// A dimension of a stack. What is not set is not written: `{.Meaning = DimensionMeaning::T, .NumOfPoints = 3}` is a
+/// T dimension that leaves it to the frames to tell their times.
 struct CStackDimension
 {
     DimensionMeaning::E Meaning = DimensionMeaning::Dummy;
@@ -157,13 +158,10 @@ public:
     Stack& Missing(std::function<bool(const CTilePlace&)> isMissing); ///< tiles that get no record
     Stack& MissingTile(uint32_t level, int32_t column, int32_t row);  ///< the same, for a tile in all frames
 
-    // Dimensions.
-    Stack& Z(uint32_t numOfPoints); ///< without start and step
-    Stack& Z(uint32_t numOfPoints, double start, double step, std::string unit = "10^-6m^1");
-    Stack& T(uint32_t numOfPoints);
-    Stack& T(uint32_t numOfPoints, double start, double step, std::string unit = "10^-3s^1");
-    Stack& Lambda(uint32_t numOfPoints);
-    Stack& Lambda(uint32_t numOfPoints, double start, double step, std::string unit = "10^-9m^1");
+    // Dimensions, with start and step; Dimension() makes those that tell less.
+    Stack& Z(uint32_t numOfPoints, double start = 0, double step = 1.5, std::string unit = "10^-6m^1");
+    Stack& T(uint32_t numOfPoints, double start = 0, double step = 500, std::string unit = "10^-3s^1");
+    Stack& Lambda(uint32_t numOfPoints, double start = 400, double step = 10, std::string unit = "10^-9m^1");
     Stack& Channels(std::vector<CChannel> channels);
     Stack& Channels(uint32_t numOfChannels); ///< named "Channel 0", "Channel 1", ...
     Stack& Dummy();                          ///< with an element of 1 among the counts
