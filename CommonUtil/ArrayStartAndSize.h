@@ -18,9 +18,11 @@ struct CArrayStartAndSize
     CArrayStartAndSize() = default;
     CArrayStartAndSize(T* arr, uint32_t size) : Arr(arr), Size(size) {}
 
-    /// For wide text: asserts that a terminating zero lies within the view, so that `Arr` may be used as a wide string.
+    /// For wide text: asserts that there is an array and that a terminating zero lies within the view, so that `Arr`
+    /// may be used as a wide string.
     void CheckLen() const requires std::is_same_v<std::remove_const_t<T>, wchar_t>
     {
+        ZEL_ASSERT(Arr);
         uint32_t length = 0;
         while (length < Size && Arr[length] != L'\0')
             ++length;

@@ -114,47 +114,46 @@ void CBinaryFileReader::ReadItem(void* item, size_t size)
     ZEL_ASSERT(m_fp);
     ZEL_ASSERT(size <= _FileSize - _CurrentOffset);
     if (size > WindowSize / 2)
-        ReadFromFile(static_cast<Byte*>(item), size, _CurrentOffset);
+        ZEL_ASSERT(ReadFromFile(static_cast<Byte*>(item), size, _CurrentOffset) == size);
     else
     {
-        const bool isInWindow = _CurrentOffset >= _OffsetOfWindow &&
-                                _CurrentOffset - _OffsetOfWindow <= _Window.size() &&
-                                size <= _Window.size() - (_CurrentOffset - _OffsetOfWindow);
-        if (!isInWindow)
+        if (!IsInWindow(_CurrentOffset, size))
             MoveWindowTo(_CurrentOffset);
+        ZEL_ASSERT(IsInWindow(_CurrentOffset, size));
         std::memcpy(item, _Window.data() + (_CurrentOffset - _OffsetOfWindow), size);
     }
     _CurrentOffset += size;
 }
 
+bool CBinaryFileReader::IsInWindow(uint64_t offset, size_t size) const
+{
+    return offset >= _OffsetOfWindow && offset - _OffsetOfWindow <= _Window.size() &&
+           size <= _Window.size() - (offset - _OffsetOfWindow);
+}
+
 void CBinaryFileReader::MoveWindowTo(uint64_t offset)
 {
-    const auto size = static_cast<size_t>(std::min<uint64_t>(WindowSize, _FileSize - offset));
-    _Window.clear(); // a read that fails half-way must not leave a window of bytes that never came
-    std::vector<Byte> window(size);
-    ReadFromFile(window.data(), size, offset);
-    _Window = std::move(window);
+    _Window.resize(static_cast<size_t>(std::min<uint64_t>(WindowSize, _FileSize - offset)));
+    // Fewer bytes than asked for will do, as long as the item that is wanted is among them.
+    _Window.resize(ReadFromFile(_Window.data(), _Window.size(), offset));
     _OffsetOfWindow = offset;
 }
 
-void CBinaryFileReader::ReadFromFile(Byte* bytes, size_t size, uint64_t offset)
+size_t CBinaryFileReader::ReadFromFile(Byte* bytes, size_t size, uint64_t offset) const
 {
-    const int file = fileno(m_fp.get());
-    const int errnoBefore = errno;
-    while (size > 0)
+    // Whatever ends the reading early becomes a failed assertion, so errno is kept for reasons that the boundary knows.
+    const CErrnoKeeper errnoKeeper;
+    size_t numOfBytes = 0;
+    while (numOfBytes < size)
     {
-        const ssize_t numOfBytesRead = pread(file, bytes, size, static_cast<off_t>(offset));
-        if (numOfBytesRead < 0 && errno == EINTR)
-        {
-            errno = errnoBefore;
-            continue;
-        }
-        // The size was tested, so none at all means that the file has shrunk since it was opened.
-        ZEL_ASSERT(numOfBytesRead > 0);
-        bytes += numOfBytesRead;
-        size -= static_cast<size_t>(numOfBytesRead);
-        offset += static_cast<uint64_t>(numOfBytesRead);
+        const ssize_t numOfBytesRead =
+            pread(fileno(m_fp.get()), bytes + numOfBytes, size - numOfBytes, static_cast<off_t>(offset + numOfBytes));
+        if (numOfBytesRead > 0)
+            numOfBytes += static_cast<size_t>(numOfBytesRead);
+        else if (numOfBytesRead == 0 || errno != EINTR)
+            break;
     }
+    return numOfBytes;
 }
 
 } // namespace CommonUtil

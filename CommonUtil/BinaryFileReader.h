@@ -76,7 +76,9 @@ private:
         return value;
     }
     void ReadItem(void* item, size_t size);
-    void ReadFromFile(Byte* bytes, size_t size, uint64_t offset);
+    /// How many bytes came: fewer than `size` when the file has shrunk or cannot be read.
+    size_t ReadFromFile(Byte* bytes, size_t size, uint64_t offset) const;
+    bool IsInWindow(uint64_t offset, size_t size) const;
     void MoveWindowTo(uint64_t offset);
 
     struct CloseStream

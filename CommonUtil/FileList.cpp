@@ -1,11 +1,13 @@
 #include "CommonUtil/FileList.h"
 
+#include "CommonUtil/ErrnoKeeper.h"
 #include "CommonUtil/PlatformCalls.h"
 #include "CommonUtil/Text.h"
 
 #include <array>
+#include <map>
 #include <memory>
-#include <time.h>
+#include <utility>
 #include <uuid/uuid.h>
 
 namespace CommonUtil
@@ -16,46 +18,71 @@ namespace
 
 constexpr int TempPathFailed = 4;
 
-/// Folders below folders are entered down to this depth: a loop of links ends there.
-constexpr int MaxFolderDepth = 64;
-
-class CFolderSearch
+struct CFolderEntry
 {
-public:
-    explicit CFolderSearch(const std::wstring& pattern) : _search(FindFirstFile(pattern.c_str(), _found.get())) {}
-    ~CFolderSearch()
-    {
-        if (HasFound())
-            FindClose(_search);
-    }
-    CFolderSearch(const CFolderSearch&) = delete;
-    CFolderSearch& operator=(const CFolderSearch&) = delete;
-
-    bool HasFound() const { return _search != 0 && _search != INVALID_FIND_HANDLE; }
-    bool Next() { return FindNextFile(_search, _found.get()) != 0; }
-    std::wstring Name() const { return _found->cFileName; }
-    bool IsFolder() const { return _found->dwFileAttributes == FILE_ATTRIBUTE_DIRECTORY; }
-
-private:
-    // On the heap: the record is 5 KB, and one search runs inside another.
-    std::unique_ptr<WIN32_FIND_DATA> _found = std::make_unique<WIN32_FIND_DATA>();
-    FindHandle _search;
+    std::wstring Name;
+    bool IsFolder;
 };
 
-void AddFilesOf(const std::wstring& folder, const std::wstring& extension, std::vector<std::wstring>& files,
-                bool isRecursive, int depth)
+CFolderEntry EntryOf(const WIN32_FIND_DATA& found)
 {
-    const std::wstring pattern = extension.empty() || extension == L".ome.tif" ? L"/*.*" : L"/*" + extension;
-    CFolderSearch search(folder + pattern);
-    for (bool hasFound = search.HasFound(); hasFound; hasFound = search.Next())
-    {
-        const std::wstring name = search.Name();
-        if (!search.IsFolder())
-            files.push_back(folder + L"/" + name);
-        else if (isRecursive && name != L"." && name != L".." && depth < MaxFolderDepth)
-            AddFilesOf(folder + L"/" + name, L"", files, isRecursive, depth + 1);
-    }
+    return {found.cFileName, found.dwFileAttributes == FILE_ATTRIBUTE_DIRECTORY};
 }
+
+/// All that a search finds. The search has ended by then, so that one folder after the other is searched and not one
+/// inside the other: each search in progress keeps a file open.
+std::vector<CFolderEntry> Find(const std::wstring& pattern)
+{
+    const auto found = std::make_unique<WIN32_FIND_DATA>(); // 9 KB
+    const FindHandle search = FindFirstFile(pattern.c_str(), found.get());
+    if (search == 0 || search == INVALID_FIND_HANDLE)
+        return {};
+    const auto endSearch = [](const FindHandle* handle)
+    {
+        const CErrnoKeeper errnoKeeper;
+        FindClose(*handle);
+    };
+    const std::unique_ptr<const FindHandle, decltype(endSearch)> owner(&search, endSearch);
+    std::vector<CFolderEntry> entries{EntryOf(*found)};
+    while (FindNextFile(search, found.get()) != 0)
+        entries.push_back(EntryOf(*found));
+    return entries;
+}
+
+/// Gathers the files of a folder and, if wanted, of the folders below it. Links may lead back or multiply the ways to
+/// one folder, so no folder is entered more than MaxNumOfVisits times: without loops of links that changes nothing.
+class CFolderWalk
+{
+public:
+    CFolderWalk(std::vector<std::wstring>& files, bool isRecursive) : _files(files), _isRecursive(isRecursive) {}
+
+    void AddFilesOf(const std::wstring& folder, const std::wstring& extension)
+    {
+        if (!MayEnter(folder))
+            return;
+        const std::wstring pattern = extension.empty() || extension == L".ome.tif" ? L"/*.*" : L"/*" + extension;
+        for (const auto& [name, isFolder] : Find(folder + pattern))
+        {
+            if (!isFolder)
+                _files.push_back(folder + L"/" + name);
+            else if (_isRecursive && name != L"." && name != L"..")
+                AddFilesOf(folder + L"/" + name, L"");
+        }
+    }
+
+private:
+    static constexpr int MaxNumOfVisits = 8;
+
+    bool MayEnter(const std::wstring& folder)
+    {
+        struct stat status = {};
+        return _wstat64(folder.c_str(), &status) == 0 && ++_visits[{status.st_dev, status.st_ino}] <= MaxNumOfVisits;
+    }
+
+    std::vector<std::wstring>& _files;
+    bool _isRecursive;
+    std::map<std::pair<dev_t, ino_t>, int> _visits;
+};
 
 } // namespace
 
@@ -68,7 +95,7 @@ bool FileExists(const std::wstring& path, const std::wstring& name)
 void GetFileList(const std::wstring& szFolderPath, const std::wstring& szExtension,
                  std::vector<std::wstring>& vecFileList, bool bRecursive)
 {
-    AddFilesOf(szFolderPath, szExtension, vecFileList, bRecursive, 0);
+    CFolderWalk(vecFileList, bRecursive).AddFilesOf(szFolderPath, szExtension);
 }
 
 int GetTempFilePath(std::wstring& path)
@@ -86,11 +113,9 @@ int GetTempFilePath(std::wstring& path)
 
 double GetTicksPerMillisecond()
 {
-    timespec resolution{};
-    clock_getres(CLOCK_MONOTONIC, &resolution);
-    const double nanosecondsPerTick =
-        static_cast<double>(resolution.tv_sec) * 1e9 + static_cast<double>(resolution.tv_nsec);
-    return 1e6 / nanosecondsPerTick;
+    int64_t ticksPerSecond = 0;
+    QueryPerformanceFrequency(&ticksPerSecond);
+    return static_cast<double>(ticksPerSecond) / 1000.0;
 }
 
 } // namespace CommonUtil

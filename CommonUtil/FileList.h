@@ -5,12 +5,13 @@
 namespace CommonUtil
 {
 
-/// True when a file of that name can be found in the folder.
+/// True when a file or folder of that name can be found in the folder; else errno is what `stat` left.
 bool FileExists(const std::wstring& path, const std::wstring& name);
 
 /// Appends the full names of the folder's files to `vecFileList`, in the order of the platform's search: by the
 /// pattern "/*.*" for an empty extension or ".ome.tif", else by names that end in `szExtension`. With `bRecursive`
-/// the folders found by that pattern are entered too, with an empty extension. A missing folder adds nothing.
+/// the folders found by that pattern are entered too, with an empty extension; loops of links end by themselves. A
+/// missing folder adds nothing.
 void GetFileList(const std::wstring& szFolderPath, const std::wstring& szExtension,
                  std::vector<std::wstring>& vecFileList, bool bRecursive);
 

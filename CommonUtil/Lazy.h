@@ -5,7 +5,7 @@ namespace CommonUtil
 {
 
 /// A value that is worked out when first asked for. `NotYetKnown` is the start value; a failed `_init` leaves it, so
-/// that failure is not cached and the next call tries again.
+/// that failure is not cached and the next call tries again. A start value of NaN is recognised as such.
 template <typename T, T NotYetKnown>
 class CLazy
 {
@@ -15,7 +15,7 @@ public:
     template <typename Init>
     T Get(Init&& init)
     {
-        if (_value == NotYetKnown)
+        if (!IsKnown())
         {
             T value = NotYetKnown;
             if (std::forward<Init>(init)(value))
@@ -23,7 +23,13 @@ public:
         }
         return _value;
     }
-    bool IsKnown() const { return _value != NotYetKnown; }
+    bool IsKnown() const
+    {
+        if constexpr (NotYetKnown != NotYetKnown) // NaN differs from itself
+            return _value == _value;
+        else
+            return _value != NotYetKnown;
+    }
     void Reset() { _value = NotYetKnown; }
 
 private:

@@ -1,5 +1,6 @@
 #include "CommonUtil/Log.h"
 
+#include "CommonUtil/ClassicLocale.h"
 #include "CommonUtil/ErrnoKeeper.h"
 #include "CommonUtil/Text.h"
 
@@ -77,6 +78,7 @@ void pw_flf(bool isFromPW, const char* fileName, const char* funcName, const wch
             ...)
 {
     const CErrnoKeeper errnoKeeper;
+    const CClassicLocale classicLocale; // numbers in the log read the same under every host
     const std::wstring prefix = Prefix(funcName, lineNumber);
     std::va_list arguments;
     va_start(arguments, lineNumber);

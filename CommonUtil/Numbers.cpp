@@ -4,6 +4,7 @@
 #include "CommonUtil/Text.h"
 
 #include <algorithm>
+#include <charconv>
 #include <cmath>
 #include <iomanip>
 #include <locale>
@@ -65,6 +66,7 @@ std::string ToUtcW3CTimeString(std::time_t docTime)
     std::tm calendar{};
     ZEL_ASSERT(gmtime_s(&calendar, &docTime) == 0);
     ZEL_ASSERT(calendar.tm_mon >= 0 && calendar.tm_mon <= 11);
+    ZEL_ASSERT(calendar.tm_year <= 9999 - 1900); // tested before the sum, which could overflow
     const auto twoDigits = [](int number) { return ToStringWith0Padding(number, 2); };
     return ToStringWith0Padding(calendar.tm_year + 1900, 4) + "-" + twoDigits(calendar.tm_mon + 1) + "-" +
            twoDigits(calendar.tm_mday) + "T" + twoDigits(calendar.tm_hour) + ":" + twoDigits(calendar.tm_min) + ":" +
@@ -94,9 +96,11 @@ uint32_t NegativePower(const std::wstring& units, const char* siUnits)
     ZEL_ASSERT(text.size() - ending.size() >= start);
     const std::string power = text.substr(start, text.size() - ending.size() - start);
     ZEL_ASSERT(IsInt(power));
-    // A second minus sign would make it positive; three digits are more than any double can be scaled by.
-    ZEL_ASSERT(IsPositiveInteger(power) && power.size() <= 3);
-    return static_cast<uint32_t>(std::stoul(power));
+    ZEL_ASSERT(IsPositiveInteger(power)); // a second minus sign would make a positive power of it
+    uint32_t number = 0;
+    const auto [end, error] = std::from_chars(power.data(), power.data() + power.size(), number);
+    ZEL_ASSERT(error == std::errc() && number <= static_cast<uint32_t>(std::numeric_limits<int>::max()));
+    return number;
 }
 
 double ConvertToUnits(double value, const std::wstring& originalUnits, const char* siUnits,

@@ -25,7 +25,8 @@ double roundTo1stDecimal(double x);
 /// The host is little-endian by definition: false.
 bool IsBigEndian();
 
-/// "1970-01-01T00:00:00+00:00" of seconds since the epoch. A time that has no calendar date is a failed assertion.
+/// "1970-01-01T00:00:00+00:00" of seconds since the epoch. A time that has no calendar date, or whose year does not fit
+/// four characters, is a failed assertion.
 std::string ToUtcW3CTimeString(std::time_t docTime);
 
 /// The whole part of a number after it was written with 6 decimals: 12.7 gives "12", 2.9999999 gives "3".

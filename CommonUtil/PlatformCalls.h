@@ -32,6 +32,10 @@ void LeaveCriticalSection(pthread_mutex_t* criticalSection);
 /// UTC calendar time of `*time`. 0 on success, else an errno value; `result` is then untouched.
 int gmtime_s(std::tm* result, const std::time_t* time);
 
+/// Ticks in a second of the counter that measures time spans, and its present state. Always 1.
+int QueryPerformanceFrequency(int64_t* ticksPerSecond);
+int QueryPerformanceCounter(int64_t* ticks);
+
 /// Writes the folder for temporary files, which is made when it does not exist, into `wTempPath` (`maxSize` wide
 /// characters). 1 on success; 0 when it is too small or the folder cannot be made.
 uint32_t GetTempPath(uint32_t maxSize, wchar_t* wTempPath);

@@ -20,7 +20,7 @@ void CloseDescriptor(int file)
 
 /// A descriptor to read from, or -1 with errno. Never waits for anybody: a pipe under a document's name, which a
 /// plain open would wait at until somebody writes, is refused, since a document must know its size and be read in any
-/// order. Everything else opens as ever, a folder included.
+/// order: there is no file to read (ENOENT). Everything else opens as ever, a folder included.
 int OpenForReading(const std::string& name)
 {
     const int file = open(name.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
@@ -30,7 +30,7 @@ int OpenForReading(const std::string& name)
     if (fstat(file, &status) == 0 && S_ISFIFO(status.st_mode))
     {
         CloseDescriptor(file);
-        errno = ENXIO;
+        errno = ENOENT;
         return -1;
     }
     fcntl(file, F_SETFL, fcntl(file, F_GETFL) & ~O_NONBLOCK);

@@ -101,6 +101,7 @@ Stream OpenEntry(const std::string& name)
 
 bool HandOutNext(CListing& listing, WIN32_FIND_DATA& found)
 {
+    const CommonUtil::CErrnoKeeper errnoKeeper; // a link that leads nowhere is an entry as good as any other
     const std::string& name = listing.Names[listing.NextName++];
     const std::wstring wideName = CommonUtil::FileNameWithoutPath(Utf8ToUtf16(name));
     if (wideName.size() >= std::size(found.cFileName))

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 #include <mutex>
 #include <stdexcept>
+#include <unistd.h>
 
 namespace TestSupport
 {
@@ -41,6 +42,12 @@ const std::string& PrintedLog::Text()
         _text = testing::internal::GetCapturedStdout();
     }
     return _text;
+}
+
+void PrintLogOntoStandardError()
+{
+    dup2(STDERR_FILENO, STDOUT_FILENO);
+    CommonUtil::EnablePrintfOntoScreen = true;
 }
 
 LogReaderOfTest::LogReaderOfTest()

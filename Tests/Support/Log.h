@@ -29,6 +29,9 @@ private:
     std::string _text;
 };
 
+/// Turns the printing of log lines on and lets it go to standard error, which is where a death test looks.
+void PrintLogOntoStandardError();
+
 /// What `function` prints by way of the log.
 template <typename Function>
 std::string LogOf(Function&& function)
