@@ -2,6 +2,8 @@
 
 #include "HostTool/HostError.h"
 
+#include <iconv.h>
+
 namespace HostTool
 {
 
@@ -36,6 +38,32 @@ void AppendUtf8(std::string& text, char32_t c)
     }
 }
 
+/// UTF-8 to wide text in every locale, the "C" one included, which the standard library's own conversions are not.
+class CTextConverter
+{
+public:
+    CTextConverter() : _Converter(iconv_open("WCHAR_T", "UTF-8")) {}
+    ~CTextConverter() { iconv_close(_Converter); }
+    CTextConverter(const CTextConverter&) = delete;
+    CTextConverter& operator=(const CTextConverter&) = delete;
+
+    /// `wide` comes with room for a character per byte, and is cut to what there is. False if `utf8` is no UTF-8.
+    bool Convert(std::string& utf8, std::wstring& wide) const
+    {
+        char* source = utf8.data();
+        size_t sourceBytes = utf8.size();
+        char* target = reinterpret_cast<char*>(wide.data());
+        size_t targetBytes = wide.size() * sizeof(wchar_t);
+        const bool isConverted =
+            iconv(_Converter, &source, &sourceBytes, &target, &targetBytes) != static_cast<size_t>(-1);
+        wide.resize(wide.size() - targetBytes / sizeof(wchar_t));
+        return isConverted;
+    }
+
+private:
+    iconv_t _Converter;
+};
+
 } // namespace
 
 std::string ToUtf8(std::wstring_view wide)
@@ -51,16 +79,12 @@ std::string ToUtf8(std::wstring_view wide)
 
 std::wstring ToWide(std::string_view utf8)
 {
-    try
-    {
-        // A path of this library converts between UTF-8 and wide text in every locale, the "C" one included.
-        return std::filesystem::path(utf8).wstring();
-    }
-    catch (const std::filesystem::filesystem_error&)
-    {
-        throw CHostError(ExitCode::WrongUsage,
-                         "'" + Printable(std::string(utf8)) + "': the name is not UTF-8; rename the file");
-    }
+    const CTextConverter converter;
+    std::wstring wide(utf8.size(), L'\0');
+    std::string source(utf8);
+    if (!converter.Convert(source, wide))
+        throw CHostError(ExitCode::WrongUsage, "'" + Printable(source) + "': the name is not UTF-8; rename the file");
+    return wide;
 }
 
 std::string Printable(std::string utf8)

@@ -1,0 +1,230 @@
+#include "SampleDocuments/Document.h"
+#include "Tests/Support/Command.h"
+#include "Tests/Support/TemporaryFolder.h"
+
+#include <algorithm>
+#include <filesystem>
+#include <gtest/gtest.h>
+
+/// The program as its users have it, on documents of known contents.
+
+namespace
+{
+
+using namespace SampleDocuments;
+using TestSupport::CommandResult;
+using TestSupport::RunCommand;
+
+using Words = std::vector<std::string>;
+
+std::string TextOf(const ByteString& bytes)
+{
+    return {bytes.begin(), bytes.end()};
+}
+
+size_t NumOfLines(const std::string& text)
+{
+    return static_cast<size_t>(std::count(text.begin(), text.end(), '\n'));
+}
+
+class Zel : public testing::Test
+{
+protected:
+    void Write(Document document) { document.WriteTo(SlideName()); }
+    void Write(const Stack& stack) { Write(Document().With(stack)); }
+    std::string SlideName() const { return Folder.Name("slide.zel"); }
+    std::string Output(const std::string& name) const { return TestSupport::BytesOf(Folder.Name(name)); }
+
+    CommandResult Run(Words words) const
+    {
+        words.insert(words.begin(), ZEL);
+        return RunCommand(words);
+    }
+    /// `zel tile` of the slide, written to "tile" in the folder.
+    CommandResult Tile(Words options) const
+    {
+        Words words = {"tile", SlideName(), "-o", Folder.Name("tile")};
+        words.insert(words.end(), options.begin(), options.end());
+        return Run(words);
+    }
+    void ExpectPrinted(const std::string& text) const
+    {
+        const CommandResult result = Run({"info", SlideName()});
+        EXPECT_EQ(result.ExitCode, 0) << result.Errors;
+        EXPECT_NE(result.Output.find(text), std::string::npos) << text << "\nnot in\n" << result.Output;
+    }
+    /// One line of error, which holds `text`, and nothing written.
+    void ExpectRefusal(const CommandResult& result, int exitCode, const std::string& text) const
+    {
+        EXPECT_EQ(result.ExitCode, exitCode);
+        EXPECT_EQ(NumOfLines(result.Errors), 1u) << result.Errors;
+        EXPECT_NE(result.Errors.find(text), std::string::npos) << text << "\nnot in\n" << result.Errors;
+        EXPECT_FALSE(std::filesystem::exists(Folder.Name("tile.raw")));
+        EXPECT_FALSE(std::filesystem::exists(Folder.Name("tile.jpg")));
+    }
+
+    TestSupport::TemporaryFolder Folder;
+};
+
+TEST_F(Zel, PrintsTheGridAndSizeOfEachLevel)
+{
+    Write(Stack(1).Size(700, 300).Tiles(256, 128).Levels(2));
+    ExpectPrinted("768 x 384  ");
+    ExpectPrinted("  3 x 3  256 x 128");
+    ExpectPrinted("512 x 256  ");
+    ExpectPrinted("  2 x 2  256 x 128");
+}
+
+TEST_F(Zel, PrintsTheGridOfTilesLeftOfTheOrigin)
+{
+    Write(Stack(1).Size(1000, 400).Tiles(256, 256).Level(0, Columns(-1, 3), Rows(0, 1)));
+    ExpectPrinted("  5 x 2  256 x 256");
+}
+
+TEST_F(Zel, PrintsEachGroup)
+{
+    Write(Document().With(Stack(1)).With(Stack(7)));
+    ExpectPrinted("groups 2\n");
+    ExpectPrinted("\ngroup 1, ");
+}
+
+TEST_F(Zel, PrintsEachChannel)
+{
+    Write(Stack(1).Channels(3));
+    ExpectPrinted("\n  0        ");
+    ExpectPrinted("\n  1        ");
+    ExpectPrinted("\n  2        ");
+}
+
+TEST_F(Zel, PrintsAxesWithMoreThanOnePosition)
+{
+    Write(Stack(1).Z(5).T(1).Lambda(2));
+    ExpectPrinted("\n  Z       5 ");
+    ExpectPrinted("\n  lambda  2 ");
+    EXPECT_EQ(Run({"info", SlideName()}).Output.find("\n  T "), std::string::npos);
+}
+
+TEST_F(Zel, PrintsALevelWithoutData)
+{
+    Write(Stack(1).Size(1000, 1000).Level(0, Columns(0, 3), Rows(0, 3)).Level(2, Columns(0, 0), Rows(0, 0)));
+    ExpectPrinted("\n  1      no data\n");
+}
+
+TEST_F(Zel, TakesANameWithoutAFolder)
+{
+    Write(Stack(1));
+    const std::string line = "cd '" + Folder.Path().string() + "' && '" ZEL "' info slide.zel";
+    EXPECT_EQ(RunCommand({"sh", "-c", line}).ExitCode, 0);
+}
+
+TEST_F(Zel, WritesACompressedTileAsItIsStored)
+{
+    auto stack = Stack(1).Size(1000, 400).Tiles(256, 256).Jpeg(3);
+    stack.Contents(EncodedPixelsOf(stack.Plan()));
+    Write(stack);
+    const CommandResult result = Tile({"-x", "2", "-y", "1"});
+    EXPECT_EQ(result.ExitCode, 0) << result.Errors;
+    EXPECT_EQ(Output("tile.jpg"), TextOf(stack.TileBytes(0, 2, 1)));
+}
+
+TEST_F(Zel, WritesTheTileAtAChannelAndPosition)
+{
+    const auto stack = Stack(1).Z(3).T(2).Channels(2).Jpeg();
+    Write(stack);
+    Tile({"-x", "0", "-y", "0", "-z", "2", "-t", "1", "-c", "1"});
+    EXPECT_EQ(Output("tile.raw"), TextOf(stack.TileBytes(0, 0, 0, {.Z = 2, .T = 1, .L = 0, .C = 1})));
+}
+
+TEST_F(Zel, CountsColumnsFromTheFirstThatExists)
+{
+    const auto stack = Stack(1).Size(1000, 400).Tiles(256, 256).Level(0, Columns(-1, 3), Rows(0, 1)).Jpeg();
+    Write(stack);
+    Tile({"-x", "0", "-y", "1"});
+    EXPECT_EQ(Output("tile.raw"), TextOf(stack.TileBytes(0, -1, 1)));
+}
+
+TEST_F(Zel, WritesRawPixelsAsPng)
+{
+    Write(Stack(1).Raw(ComponentType::Uint8));
+    EXPECT_EQ(Tile({"-x", "0", "-y", "0"}).ExitCode, 0);
+    EXPECT_EQ(Output("tile.png").substr(1, 3), "PNG");
+}
+
+TEST_F(Zel, WritesOneTileOfEachLevelOnATour)
+{
+    Write(Stack(1).Size(1000, 1000).Tiles(256, 256).Levels(3));
+    const CommandResult result = Run({"tour", SlideName(), Folder.Name("new/tiles")});
+    EXPECT_EQ(result.ExitCode, 0) << result.Errors;
+    for (const char* name :
+         {"group0-level0-col2-row2.png", "group0-level1-col1-row1.png", "group0-level2-col0-row0.png"})
+        EXPECT_TRUE(std::filesystem::exists(Folder.Name("new/tiles/") + name)) << result.Output;
+}
+
+TEST_F(Zel, FindsATileOnATourWhereTheMiddleOneIsMissing)
+{
+    Write(Stack(1).Size(768, 256).Tiles(256, 256).MissingTile(0, 1, 0));
+    EXPECT_NE(Run({"tour", SlideName(), Folder.Name("tiles")}).Output.find("group0-level0-col2-row0.png"),
+              std::string::npos);
+}
+
+TEST_F(Zel, RefusesAFileThatIsNotThere)
+{
+    ExpectRefusal(Run({"info", Folder.Name("none.zel")}), 2, "no such file");
+}
+
+TEST_F(Zel, RefusesAFileOfAnotherKind)
+{
+    ExpectRefusal(Run({"info", Folder.Write("picture.png", "no slide")}), 2, "ends in .zel");
+}
+
+TEST_F(Zel, RefusesAFolderNamedLikeADocument)
+{
+    std::filesystem::create_directory(SlideName());
+    EXPECT_EQ(Run({"info", SlideName()}).ExitCode, 1);
+}
+
+TEST_F(Zel, RefusesAFileThatIsNoDocument)
+{
+    ExpectRefusal(Run({"info", Folder.Write("slide.zel", "no slide at all, but some bytes")}), 1, "damaged");
+}
+
+TEST_F(Zel, NamesTheFolderThatIsMissingBesideTheDocument)
+{
+    Write(Stack(1).WithoutStore());
+    ExpectRefusal(Run({"info", SlideName()}), 3, "_slide_");
+}
+
+TEST_F(Zel, RefusesAPlaceThatTheDocumentDoesNotHave)
+{
+    Write(Stack(1).Size(500, 300).Tiles(256, 256).Levels(2).Jpeg().MissingTile(0, 1, 1));
+    ExpectRefusal(Tile({"-x", "0", "-y", "0", "-g", "1"}), 2, "there is no group 1; the last one is 0");
+    ExpectRefusal(Tile({"-x", "0", "-y", "0", "-l", "2"}), 2, "there is no level of group 0 2; the last one is 1");
+    ExpectRefusal(Tile({"-x", "2", "-y", "0"}), 2, "the last one is 1");
+    ExpectRefusal(Tile({"-x", "0", "-y", "2"}), 2, "the last one is 1");
+    ExpectRefusal(Tile({"-x", "0", "-y", "0", "-c", "1"}), 2, "there is no channel 1, z 0");
+    ExpectRefusal(Tile({"-x", "0", "-y", "0", "-z", "1"}), 2, "there is no channel 0, z 1");
+    ExpectRefusal(Tile({"-x", "1", "-y", "1"}), 2, "no tile is stored at column 1, row 1");
+}
+
+TEST_F(Zel, RefusesOptionsThatItDoesNotKnow)
+{
+    EXPECT_EQ(Run({"info", "slide.zel", "--colour"}).ExitCode, 2);
+}
+
+TEST_F(Zel, RefusesToRunWithoutACommand)
+{
+    EXPECT_EQ(Run({}).ExitCode, 2);
+}
+
+TEST_F(Zel, HelpsOnRequest)
+{
+    EXPECT_EQ(Run({"--help"}).ExitCode, 0);
+    EXPECT_NE(Run({"tile", "--help"}).Output.find("Examples:"), std::string::npos);
+}
+
+TEST_F(Zel, SaysSoWhenThePluginCannotBeLoaded)
+{
+    ExpectRefusal(Run({"--plugin", Folder.Name("none.so"), "info", SlideName()}), 2, "cannot load the plug-in");
+}
+
+} // namespace

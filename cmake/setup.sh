@@ -1,0 +1,59 @@
+# shellcheck shell=bash
+# Sourced by the scripts at the root: what they have in common. They work from any folder, so nothing here changes to
+# another one.
+
+root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
+
+# One line that says what is wrong, and the end.
+fail()
+{
+    printf '%s: %s\n' "$(basename "$0")" "$1" >&2
+    exit "${2:-1}"
+}
+
+# Runs a command as root: directly, or by sudo.
+as_root()
+{
+    if [ "$(id -u)" -eq 0 ]; then
+        "$@"
+    elif command -v sudo > /dev/null; then
+        sudo "$@"
+    else
+        fail "cannot install packages: be root, or install sudo"
+    fi
+}
+
+apt_get()
+{
+    as_root env DEBIAN_FRONTEND=noninteractive apt-get -q "$@"
+}
+
+# Installs those of the listed packages that are missing. Without any, it costs one look at the package database.
+install_packages()
+{
+    local wanted installed missing
+    wanted=$(sed 's/#.*//; /^ *$/d' "$root/cmake/packages-debian.txt" | sort)
+    # shellcheck disable=SC2086
+    installed=$(dpkg-query -W -f '${Package} ${db:Status-Status}\n' $wanted 2> /dev/null |
+        sed -n 's/ installed$//p' | sort -u)
+    missing=$(comm -23 <(echo "$wanted") <(echo "$installed") | tr '\n' ' ')
+    [ -n "$missing" ] || return 0
+    echo "Installing what is missing: $missing"
+    apt_get update || fail "cannot read Debian's package lists; is there a network?"
+    # shellcheck disable=SC2086
+    apt_get install -y --no-install-recommends $missing || fail "cannot install: $missing"
+}
+
+# build PRESET [TARGET...]: configures where that was not done yet, and builds the targets, or everything.
+build()
+{
+    local preset=$1 folder=$root/build/$1 quiet=--quiet
+    shift
+    [ -t 1 ] && quiet=
+    if [ ! -f "$folder/build.ninja" ]; then
+        echo "Configuring and building ($preset); the first time takes some minutes."
+        (cd "$root" && cmake --preset "$preset" --log-level=WARNING > /dev/null) ||
+            fail "cannot configure; remove $folder and try again"
+    fi
+    ninja -C "$folder" $quiet "$@" || fail "cannot build ($preset); the first error stands above"
+}
