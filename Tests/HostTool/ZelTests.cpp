@@ -197,10 +197,10 @@ TEST_F(Zel, NamesTheFolderThatIsMissingBesideTheDocument)
 TEST_F(Zel, RefusesAPlaceThatTheDocumentDoesNotHave)
 {
     Write(Stack(1).Size(500, 300).Tiles(256, 256).Levels(2).Jpeg().MissingTile(0, 1, 1));
-    ExpectRefusal(Tile({"-x", "0", "-y", "0", "-g", "1"}), 2, "there is no group 1; the last one is 0");
-    ExpectRefusal(Tile({"-x", "0", "-y", "0", "-l", "2"}), 2, "there is no level of group 0 2; the last one is 1");
-    ExpectRefusal(Tile({"-x", "2", "-y", "0"}), 2, "the last one is 1");
-    ExpectRefusal(Tile({"-x", "0", "-y", "2"}), 2, "the last one is 1");
+    ExpectRefusal(Tile({"-x", "0", "-y", "0", "-g", "1"}), 2, "there is no group 1 in the document; the last one is 0");
+    ExpectRefusal(Tile({"-x", "0", "-y", "0", "-l", "2"}), 2, "there is no level 2 in group 0; the last one is 1");
+    ExpectRefusal(Tile({"-x", "2", "-y", "0"}), 2, "there is no column 2 in level 0 of group 0; the last one is 1");
+    ExpectRefusal(Tile({"-x", "0", "-y", "2"}), 2, "there is no row 2 in level 0 of group 0; the last one is 1");
     ExpectRefusal(Tile({"-x", "0", "-y", "0", "-c", "1"}), 2, "there is no channel 1, z 0");
     ExpectRefusal(Tile({"-x", "0", "-y", "0", "-z", "1"}), 2, "there is no channel 0, z 1");
     ExpectRefusal(Tile({"-x", "1", "-y", "1"}), 2, "no tile is stored at column 1, row 1");
