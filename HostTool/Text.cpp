@@ -17,6 +17,18 @@ bool IsCharacter(char32_t c)
     return c < 0xD800 || (c > 0xDFFF && c < 0x110000);
 }
 
+/// Whether a character that does not fit 16 bits stands at `i` as two units, as files store it.
+bool IsSurrogatePairAt(std::wstring_view wide, size_t i)
+{
+    return i + 1 < wide.size() && wide[i] >= 0xD800 && wide[i] < 0xDC00 && wide[i + 1] >= 0xDC00 &&
+           wide[i + 1] < 0xE000;
+}
+
+char32_t JoinedPair(wchar_t high, wchar_t low)
+{
+    return 0x10000 + ((static_cast<char32_t>(high) - 0xD800) << 10) + (static_cast<char32_t>(low) - 0xDC00);
+}
+
 void AppendUtf8(std::string& text, char32_t c)
 {
     const auto continuation = [c](int shift) { return static_cast<char>(0x80 | ((c >> shift) & 0x3F)); };
@@ -69,9 +81,15 @@ private:
 std::string ToUtf8(std::wstring_view wide)
 {
     std::string text;
-    for (const wchar_t w : wide)
+    for (size_t i = 0; i < wide.size(); ++i)
     {
-        const auto c = static_cast<char32_t>(w);
+        if (IsSurrogatePairAt(wide, i))
+        {
+            AppendUtf8(text, JoinedPair(wide[i], wide[i + 1]));
+            ++i;
+            continue;
+        }
+        const auto c = static_cast<char32_t>(wide[i]);
         AppendUtf8(text, IsCharacter(c) ? c : ReplacementCharacter);
     }
     return text;

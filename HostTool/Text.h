@@ -6,7 +6,8 @@
 namespace HostTool
 {
 
-/// The plug-in's wide text as UTF-8. What is no character (a lone surrogate, a number too large) becomes U+FFFD.
+/// The plug-in's wide text as UTF-8. A surrogate pair, which files hold as two units, is joined; what is no character
+/// (a lone surrogate, a number too large) becomes U+FFFD.
 std::string ToUtf8(std::wstring_view wide);
 
 /// UTF-8 as the plug-in takes it, whatever the locale. Throws CHostError for bytes that are no UTF-8.

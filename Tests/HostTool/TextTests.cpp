@@ -45,6 +45,11 @@ TEST(Text, OfALoneSurrogateBecomesTheReplacementCharacter)
     EXPECT_EQ(ToUtf8(std::wstring{static_cast<wchar_t>(0xD800)}), "\xEF\xBF\xBD");
 }
 
+TEST(Text, OfASurrogatePairIsOneCharacter)
+{
+    EXPECT_EQ(ToUtf8(std::wstring{static_cast<wchar_t>(0xD83D), static_cast<wchar_t>(0xDD2C)}), "\xF0\x9F\x94\xAC");
+}
+
 TEST(Text, ThatIsNoUtf8IsRefused)
 {
     EXPECT_THROW(ToWide("\xFF.zel"), CHostError);
