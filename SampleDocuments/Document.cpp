@@ -211,7 +211,6 @@ std::filesystem::path Document::StorePath(const std::filesystem::path& document,
 
 std::filesystem::path Document::WriteTo(const std::filesystem::path& path)
 {
-    WriteFile(path, ToBytes());
     for (const Stack& stack : _Stacks)
     {
         const CStackPlan& plan = stack.Plan();
@@ -225,6 +224,8 @@ std::filesystem::path Document::WriteTo(const std::filesystem::path& path)
         else
             StreamStore(stack, StorePath(path, stack.Id()));
     }
+    // The document comes last, so that there is none if a store could not be written.
+    WriteFile(path, ToBytes());
     return path;
 }
 

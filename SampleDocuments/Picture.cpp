@@ -19,6 +19,17 @@ CPicture::CPicture(uint32_t width, uint32_t height, uint16_t samples, uint16_t b
     _Pixels.resize(size_t{width} * height * samples);
 }
 
+CPicture CPicture::Cut(uint32_t width, uint32_t height) const
+{
+    if (width > _Width || height > _Height)
+        throw CSampleError("a picture of " + std::to_string(_Width) + " x " + std::to_string(_Height) +
+                           " pixels has no part of " + std::to_string(width) + " x " + std::to_string(height));
+    CPicture part(width, height, _Samples, _Bits);
+    for (uint32_t y = 0; y < height; ++y)
+        std::copy_n(Row(y).begin(), size_t{width} * _Samples, part.Row(y).begin());
+    return part;
+}
+
 CPicture CPicture::WithSamples(uint16_t samples) const
 {
     if (samples == _Samples)

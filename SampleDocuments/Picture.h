@@ -30,6 +30,8 @@ public:
         return {_Pixels.data() + Index(0, y), size_t{_Width} * _Samples};
     }
 
+    /// The left top part of the picture. Throws CSampleError if it is not that large.
+    CPicture Cut(uint32_t width, uint32_t height) const;
     /// The same picture in grey, or in three equal samples.
     CPicture WithSamples(uint16_t samples) const;
     /// The same picture with its range stretched or cut to other bits.

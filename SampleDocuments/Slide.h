@@ -1,0 +1,39 @@
+#pragma once
+
+#include "SampleDocuments/Codecs.h"
+#include "SampleDocuments/Document.h"
+
+namespace SampleDocuments
+{
+
+/// How a picture becomes a slide.
+struct CSlideOptions
+{
+    uint32_t TileWidth = 256;
+    uint32_t TileHeight = 256;
+    std::optional<uint32_t> NumOfLevels; ///< down to the level of one tile if not set
+    bool IsCutToWholeTiles = false;      ///< so that a grown slide has few different tiles
+    uint32_t Grow = 1;                   ///< the slide is so many pictures wide and high, each one mirrored
+    uint32_t Compression = StoreCompression::Jpeg;
+    uint32_t Quality = 85;
+    uint16_t Bits = 8;
+    bool IsGrey = false; ///< one sample per pixel, whatever the picture has
+    bool IsBgr = false;  ///< raw colour pixels with blue first
+    uint32_t NumOfZ = 1;
+    uint32_t NumOfT = 1;
+    uint32_t NumOfLambdas = 1;
+    uint32_t NumOfChannels = 1; ///< above 1: grey channels, each of one colour of the picture
+    uint32_t NumOfStacks = 1;
+    bool HasEachTileItsOwnBytes = false; ///< false: equal tiles of a grown slide share their bytes in the store
+};
+
+/// The document of a slide that shows the picture, with real encoded tiles. The tiles of a grown slide that are equal
+/// are encoded once; no more than a few pictures are in memory, however large the slide. Frames differ: Z is out of
+/// focus, T moves, lambda darkens. Throws CSampleError if the options contradict each other or the slide is larger
+/// than a document can tell. The tiles are made while the document is written, by one thread.
+Document SlideFromPicture(const CPicture& picture, const CSlideOptions& options);
+
+/// The picture of one frame at full size, from which the tiles of that frame are cut.
+CPicture FrameOf(const CPicture& picture, const CSlideOptions& options, const CIndexes& at);
+
+} // namespace SampleDocuments

@@ -1,0 +1,108 @@
+#include "SampleDocuments/zelmake/Options.h"
+
+namespace ZelMake
+{
+
+using namespace SampleDocuments;
+
+namespace
+{
+
+const std::map<std::string, uint32_t> Compressions = {{"raw", StoreCompression::Raw},
+                                                      {"jpeg", StoreCompression::Jpeg},
+                                                      {"j2k", StoreCompression::J2k},
+                                                      {"png", StoreCompression::Png},
+                                                      {"bmp", StoreCompression::Bmp}};
+
+constexpr uint32_t LargestTile = 16384;
+constexpr uint32_t MostFrames = 10000;
+
+} // namespace
+
+void Describe(CLI::App& parser, COptions& options)
+{
+    CSlideOptions& slide = options.Slide;
+    parser
+        .add_option("document", options.Document,
+                    "The document to write, NAME.zel. Its pixels go to _NAME_/stack1, stack2, ... beside it")
+        ->required()
+        ->type_name("NAME.zel");
+
+    parser
+        .add_option("--picture", options.Picture,
+                    "Picture to make the slide of: PNG, JPEG or TIFF. Default: one is drawn")
+        ->type_name("FILE")
+        ->group("What it shows");
+    parser.add_option("--draw", options.DrawnSize, "Width and height of the drawn picture")
+        ->expected(2)
+        ->type_name("W H")
+        ->check(CLI::Range(1u, 10000u))
+        ->capture_default_str()
+        ->group("What it shows");
+    parser.add_option("--grow", slide.Grow, "Make the slide N pictures wide and high, each one mirrored")
+        ->type_name("N")
+        ->check(CLI::Range(1u, 1000000u))
+        ->group("What it shows");
+    parser
+        .add_flag("--whole-tiles", slide.IsCutToWholeTiles,
+                  "Cut the picture to whole tiles first: then a grown slide has few different ones and is made fast")
+        ->group("What it shows");
+    parser.add_flag("--grey", slide.IsGrey, "Grey pixels, whatever the picture has")->group("What it shows");
+
+    const auto addCount = [&parser](const char* name, uint32_t& count, const char* text)
+    { parser.add_option(name, count, text)->type_name("N")->check(CLI::Range(1u, MostFrames))->group("Frames"); };
+    addCount("--z", slide.NumOfZ, "Focal planes; the middle one is sharp");
+    addCount("--t", slide.NumOfT, "Points in time; the picture moves");
+    addCount("--lambda", slide.NumOfLambdas, "Wavelengths; the picture darkens");
+    addCount("--channels", slide.NumOfChannels, "Channels; above 1 they are grey, each of one colour of the picture");
+    addCount("--stacks", slide.NumOfStacks, "Stacks in the document, side by side");
+
+    parser.add_option("--tile", options.TileSize, "Width and height of a tile")
+        ->expected(2)
+        ->type_name("W H")
+        ->check(CLI::Range(1u, LargestTile))
+        ->capture_default_str()
+        ->group("How it is stored");
+    parser
+        .add_option("--levels", options.NumOfLevels, "Levels of the pyramid. Default: down to the one of a single tile")
+        ->type_name("N")
+        ->check(CLI::Range(1u, 100u))
+        ->group("How it is stored");
+    parser.add_option("--compression", options.Compression, "Compression of the tiles: raw, jpeg, j2k, png or bmp")
+        ->type_name("NAME")
+        ->check(CLI::IsMember(Compressions))
+        ->capture_default_str()
+        ->group("How it is stored");
+    parser.add_option("--quality", slide.Quality, "Of jpeg and j2k, 1 to 100; j2k loses nothing at 100")
+        ->type_name("Q")
+        ->check(CLI::Range(1u, 100u))
+        ->capture_default_str()
+        ->group("How it is stored");
+    parser.add_option("--bits", slide.Bits, "Bits per sample: 8, or 16 for raw, j2k and png")
+        ->type_name("8|16")
+        ->check(CLI::IsMember({8, 16}))
+        ->capture_default_str()
+        ->group("How it is stored");
+    parser.add_flag("--bgr", slide.IsBgr, "Raw colour pixels with blue first")->group("How it is stored");
+    parser
+        .add_flag("--own-bytes", slide.HasEachTileItsOwnBytes,
+                  "With --grow: no tiles share their bytes, so that the store is as large as that of a scanned slide")
+        ->group("How it is stored");
+
+    parser.add_flag("--json", options.IsReportJson, "Report what was written as JSON");
+}
+
+CSlideOptions SlideOptionsOf(const COptions& options)
+{
+    CSlideOptions slide = options.Slide;
+    slide.TileWidth = options.TileSize[0];
+    slide.TileHeight = options.TileSize[1];
+    slide.Compression = Compressions.at(options.Compression);
+    if (options.NumOfLevels != 0)
+        slide.NumOfLevels = options.NumOfLevels;
+    if (slide.IsBgr && slide.Compression != StoreCompression::Raw)
+        throw CSampleError("--bgr: is for raw pixels; add --compression raw");
+    return slide;
+}
+
+} // namespace ZelMake

@@ -1,0 +1,32 @@
+#pragma once
+
+#include "SampleDocuments/Slide.h"
+
+#include <CLI/CLI.hpp>
+#include <string>
+#include <vector>
+
+namespace ZelMake
+{
+
+/// What the command line asks for.
+struct COptions
+{
+    std::filesystem::path Document;
+    std::filesystem::path Picture; ///< empty: one is drawn
+    std::vector<uint32_t> DrawnSize = {2000, 1500};
+    std::vector<uint32_t> TileSize = {256, 256};
+    std::string Compression = "jpeg";
+    uint32_t NumOfLevels = 0; ///< 0: as many as it takes
+    bool IsReportJson = false;
+    SampleDocuments::CSlideOptions Slide;
+};
+
+/// Lets `parser` fill `options`; its help text explains the program.
+void Describe(CLI::App& parser, COptions& options);
+
+/// The options of the slide with all that the command line says in words. Throws CSampleError for options that do not
+/// go together.
+SampleDocuments::CSlideOptions SlideOptionsOf(const COptions& options);
+
+} // namespace ZelMake

@@ -1,0 +1,66 @@
+#include "SampleDocuments/zelmake/Report.h"
+
+#include <nlohmann/json.hpp>
+
+namespace ZelMake
+{
+
+namespace fs = std::filesystem;
+using namespace SampleDocuments;
+
+namespace
+{
+
+int32_t NumOfColumns(const CLevelGrid& grid)
+{
+    return grid.ColumnRange.Last - grid.ColumnRange.First + 1;
+}
+
+int32_t NumOfRows(const CLevelGrid& grid)
+{
+    return grid.RowRange.Last - grid.RowRange.First + 1;
+}
+
+} // namespace
+
+std::string ReportAsText(const fs::path& path, const Document& document)
+{
+    std::string text = "wrote " + path.string() + "\n";
+    for (const Stack& stack : document.Stacks())
+    {
+        const CStackPlan& plan = stack.Plan();
+        const fs::path store = document.StorePath(path, stack.Id());
+        text += "  stack " + std::to_string(stack.Id()) + ": " + std::to_string(plan.Width) + " x " +
+                std::to_string(plan.Height) + " pixels, " + std::to_string(stack.Grids().size()) + " levels, " +
+                std::to_string(stack.Frames().size()) + " frames, " + std::to_string(stack.NumOfTiles()) +
+                " tiles of " + std::to_string(plan.TileWidth) + " x " + std::to_string(plan.TileHeight) + " in " +
+                store.string() + " (" + std::to_string(fs::file_size(store)) + " bytes)\n";
+    }
+    return text;
+}
+
+std::string ReportAsJson(const fs::path& path, const Document& document)
+{
+    nlohmann::ordered_json report = {{"document", path.string()}, {"stacks", nlohmann::ordered_json::array()}};
+    for (const Stack& stack : document.Stacks())
+    {
+        const CStackPlan& plan = stack.Plan();
+        const fs::path store = document.StorePath(path, stack.Id());
+        nlohmann::ordered_json levels = nlohmann::ordered_json::array();
+        for (const CLevelGrid& grid : stack.Grids())
+            levels.push_back({{"level", grid.Level}, {"columns", NumOfColumns(grid)}, {"rows", NumOfRows(grid)}});
+        report["stacks"].push_back({{"id", stack.Id()},
+                                    {"width", plan.Width},
+                                    {"height", plan.Height},
+                                    {"tileWidth", plan.TileWidth},
+                                    {"tileHeight", plan.TileHeight},
+                                    {"frames", stack.Frames().size()},
+                                    {"tiles", stack.NumOfTiles()},
+                                    {"store", store.string()},
+                                    {"bytes", fs::file_size(store)},
+                                    {"levels", levels}});
+    }
+    return report.dump(2) + "\n";
+}
+
+} // namespace ZelMake

@@ -1,0 +1,152 @@
+#include "SampleDocuments/Codecs.h"
+
+#include "Tests/Support/Command.h"
+#include "Tests/Support/TemporaryFolder.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+
+using namespace SampleDocuments;
+using testing::HasSubstr;
+using testing::StartsWith;
+namespace fs = std::filesystem;
+
+namespace
+{
+
+class ZelMake : public testing::Test
+{
+protected:
+    TestSupport::CommandResult Run(std::vector<std::string> arguments)
+    {
+        arguments.insert(arguments.begin(), ZELMAKE);
+        return TestSupport::RunCommand(arguments);
+    }
+
+    /// Exit code 1, and one line that says why.
+    void ExpectRefusal(std::vector<std::string> arguments, const std::string& reason)
+    {
+        const auto result = Run(std::move(arguments));
+        EXPECT_EQ(result.ExitCode, 1);
+        EXPECT_THAT(result.Errors, StartsWith("zelmake: "));
+        EXPECT_THAT(result.Errors, HasSubstr(reason));
+        EXPECT_EQ(std::count(result.Errors.begin(), result.Errors.end(), '\n'), 1) << result.Errors;
+        EXPECT_EQ(result.Output, "");
+    }
+
+    /// The bytes of the first tile of a store: it lies behind the headers, and the first record tells its size.
+    ByteString FirstTile() const
+    {
+        const ByteString store = ReadFile(_store);
+        int64_t list = 0;
+        uint32_t elements = 0, size = 0;
+        std::memcpy(&list, &store[32], 8);
+        std::memcpy(&elements, &store[static_cast<size_t>(list)], 4);
+        std::memcpy(&size, &store[static_cast<size_t>(list) + 4 + 4 * elements + 8], 4);
+        return ByteString(store.begin() + 236, store.begin() + 236 + size);
+    }
+
+    TestSupport::TemporaryFolder _folder;
+    const std::string _slide = _folder.Name("new/slide.zel");
+    const fs::path _store = _folder.Path() / "new" / "_slide_" / "stack1" / "frame_t.kor";
+};
+
+TEST_F(ZelMake, DrawsASlideIfNoPictureIsGiven)
+{
+    const auto result = Run({_slide, "--draw", "300", "200"});
+    EXPECT_EQ(result.ExitCode, 0) << result.Errors;
+    EXPECT_THAT(result.Output, StartsWith("wrote " + _slide));
+    EXPECT_THAT(result.Output, HasSubstr("300 x 200 pixels, 2 levels, 1 frames, 3 tiles of 256 x 256"));
+    EXPECT_TRUE(fs::exists(_slide));
+    EXPECT_EQ(Decode(FirstTile()).Width(), 256u);
+}
+
+TEST_F(ZelMake, ShowsThePictureThatIsGiven)
+{
+    const CPicture picture = DrawPicture(64, 64);
+    WriteFile(_folder.Path() / "a.png", EncodePng(picture));
+    const auto result = Run({_slide, "--picture", _folder.Name("a.png"), "--tile", "64", "64", "--compression", "png"});
+    EXPECT_EQ(result.ExitCode, 0) << result.Errors;
+    EXPECT_EQ(Decode(FirstTile()), picture);
+}
+
+TEST_F(ZelMake, TakesAllItsOptionsAtOnce)
+{
+    const auto result =
+        Run({_slide,          "--draw", "64",       "64", "--grow",   "2", "--whole-tiles", "--tile", "32",       "16",
+             "--compression", "raw",    "--bits",   "16", "--z",      "2", "--t",           "2",      "--lambda", "2",
+             "--channels",    "2",      "--stacks", "2",  "--levels", "2", "--own-bytes",   "--json"});
+    EXPECT_EQ(result.ExitCode, 0) << result.Errors;
+    EXPECT_THAT(result.Output, HasSubstr("\"id\": 2"));
+    EXPECT_THAT(result.Output, HasSubstr("\"frames\": 16"));
+    EXPECT_THAT(result.Output, HasSubstr("\"columns\": 4"));
+    EXPECT_EQ(FirstTile().size(), 32u * 16u * 2u);
+}
+
+TEST_F(ZelMake, ReplacesWhatAnEarlierRunLeft)
+{
+    Run({_slide, "--draw", "64", "64"});
+    WriteFile(_store.parent_path() / "frame_t_0.kor", BytesOf("old"));
+    WriteFile(_store.parent_path() / "notes.txt", BytesOf("mine"));
+    EXPECT_EQ(Run({_slide, "--draw", "32", "32"}).ExitCode, 0);
+    EXPECT_FALSE(fs::exists(_store.parent_path() / "frame_t_0.kor")) << "two stores in a folder are refused by readers";
+    EXPECT_TRUE(fs::exists(_store.parent_path() / "notes.txt"));
+}
+
+TEST_F(ZelMake, TakesANameInTheCurrentFolder)
+{
+    fs::create_directories(_folder.Path() / "new");
+    const auto result = TestSupport::RunCommand(
+        {"/bin/sh", "-c", "cd " + _folder.Name("new") + " && exec " ZELMAKE " slide.zel --draw 64 64"});
+    EXPECT_EQ(result.ExitCode, 0) << result.Errors;
+    EXPECT_TRUE(fs::exists(_slide));
+    EXPECT_TRUE(fs::exists(_store));
+}
+
+TEST_F(ZelMake, WritesNothingOutsideTheFolderOfTheDocument)
+{
+    fs::create_directories(_folder.Path() / "elsewhere");
+    fs::create_directories(_folder.Path() / "new");
+    fs::create_directory_symlink(_folder.Path() / "elsewhere", _folder.Path() / "new" / "_slide_");
+    ExpectRefusal({_slide, "--draw", "64", "64"}, "_slide_: is a symbolic link");
+    EXPECT_TRUE(fs::is_empty(_folder.Path() / "elsewhere"));
+
+    fs::create_symlink(_folder.Path() / "elsewhere" / "other.zel", _folder.Path() / "new" / "link.zel");
+    ExpectRefusal({_folder.Name("new/link.zel"), "--draw", "64", "64"}, "link.zel: is a symbolic link");
+    EXPECT_TRUE(fs::is_empty(_folder.Path() / "elsewhere"));
+}
+
+TEST_F(ZelMake, SaysWhatIsWrongWithItsArguments)
+{
+    ExpectRefusal({}, "document is required");
+    ExpectRefusal({_folder.Name("slide.tif"), "--draw", "9", "9"}, "ends in .zel");
+    ExpectRefusal({_slide, "--no-such-option"}, "--no-such-option");
+    ExpectRefusal({_slide, "--compression", "gif"}, "gif");
+    ExpectRefusal({_slide, "--tile", "0", "256"}, "--tile");
+    ExpectRefusal({_slide, "--z", "-1"}, "--z");
+    ExpectRefusal({_slide, "--draw", "9", "9", "--bits", "16"}, "take raw, j2k or png");
+    ExpectRefusal({_slide, "--bgr"}, "--compression raw");
+    ExpectRefusal({_slide, "--grow", "1000000", "--draw", "10000", "1"}, "grow it less");
+    EXPECT_FALSE(fs::exists(_slide));
+}
+
+TEST_F(ZelMake, SaysWhatIsWrongWithItsFiles)
+{
+    ExpectRefusal({_slide, "--picture", _folder.Name("none.png")}, "none.png: can't be read");
+    WriteFile(_folder.Path() / "a.png", BytesOf("no picture"));
+    ExpectRefusal({_slide, "--picture", _folder.Name("a.png")}, "a.png: is no PNG");
+    WriteFile(_folder.Path() / "file", {});
+    ExpectRefusal({_folder.Name("file/slide.zel"), "--draw", "9", "9"}, "can't be made");
+    fs::create_directories(_folder.Path() / "folder.zel");
+    ExpectRefusal({_folder.Name("folder.zel"), "--draw", "9", "9"}, "is a folder");
+}
+
+TEST_F(ZelMake, ExplainsItself)
+{
+    const auto result = Run({"--help"});
+    EXPECT_EQ(result.ExitCode, 0);
+    EXPECT_THAT(result.Output, HasSubstr("--grow N"));
+}
+
+} // namespace
