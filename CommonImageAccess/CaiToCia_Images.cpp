@@ -1,0 +1,265 @@
+// The exported functions that find images, tell where they stand and read their bytes.
+
+#include "Brix/AccessorConveniences.h"
+#include "CommonImageAccess/Boundary.h"
+#include "CommonImageAccess/Handles.h"
+#include "CommonUtil/Text.h"
+
+#include <array>
+#include <cwchar>
+#include <list>
+#include <optional>
+
+using namespace CIA;
+using namespace CommonUtil;
+
+namespace
+{
+
+struct CAxis
+{
+    AC_AxisType AxisType;
+    DimensionType::E Dimension;
+};
+
+constexpr std::array<CAxis, 3> Axes = {{{AC_AT_TIME, DimensionType::DimensionType_T},
+                                        {AC_AT_Z, DimensionType::DimensionType_Z},
+                                        {AC_AT_LAMBDA, DimensionType::DimensionType_L}}};
+
+std::optional<DimensionType::E> DimensionOfAxis(AC_AxisType axisType)
+{
+    for (const CAxis& axis : Axes)
+        if (axis.AxisType == axisType)
+            return axis.Dimension;
+    return {};
+}
+
+std::optional<AC_AxisType> AxisOfDimension(DimensionType::E type)
+{
+    for (const CAxis& axis : Axes)
+        if (axis.Dimension == type)
+            return axis.AxisType;
+    return {};
+}
+
+/// The coordinates of one request: what the host asked for, in the words of the model.
+class CRequest
+{
+public:
+    explicit CRequest(CMultiDimImage& image) : _image(image) {}
+
+    /// False after a complaint: the text is no canonical decimal number of a channel.
+    bool AddChannel(const wchar_t* text)
+    {
+        if (!text)
+            return Refuse("Error: channel ID cannot be NULL!");
+        const int errnoBefore = errno; // wcstoul leaves ERANGE, which is no reason of ours
+        const auto channelID = static_cast<uint32_t>(std::wcstoul(text, nullptr, 0));
+        errno = errnoBefore;
+        if (ToWide(ToString(channelID)) != text)
+        {
+            ZEL_WLOG(L"Channel ID '%s' cannot be converted to integer!", text);
+            return false;
+        }
+        if (!DimensionOf(_image, DimensionType::DimensionType_C).IsValidCoordinate(channelID))
+            return Refuse("Channel ID lies outside the acceptable range!");
+        SelectedChannelIDs.insert(channelID);
+        return true;
+    }
+
+    /// False after a complaint: an unknown axis, or a position other than 0 on one that the image has not.
+    bool AddAxis(const AC_AXIS_INFO& axis)
+    {
+        const std::optional<DimensionType::E> type = DimensionOfAxis(axis.nType);
+        if (!type)
+        {
+            ZEL_LOG("ztlCoords: Unrecognized BRIX dimension type %d!", static_cast<int>(axis.nType));
+            return false;
+        }
+        const auto found = _image.Dimensions().find(*type);
+        if (found == _image.Dimensions().end())
+        {
+            ZEL_LOG("ztlCoords: BRIX dimension type %s invalid for this BRIX Group!", DimensionTypeToString(*type));
+            ZEL_LOG("We will tolerate this only in case it is asking for for coord idx of 0...");
+            return axis.nNumber == 0;
+        }
+        AddCoord(*found->second, CheckedIndex(axis, *found->second));
+        return true;
+    }
+
+    void AddCoord(CDimension& dimension, uint32_t index)
+    {
+        Coords[dimension.Type()] = &_ownCoords.emplace_back(index, dimension, nullptr);
+    }
+
+    CCoords Coords;
+    std::set<uint32_t> SelectedChannelIDs;
+
+private:
+    static bool Refuse(const char* text)
+    {
+        ZEL_LOG("%s", text);
+        return false;
+    }
+
+    static uint32_t CheckedIndex(const AC_AXIS_INFO& axis, CDimension& dimension)
+    {
+        const auto number = static_cast<long long>(axis.nNumber);
+        const int axisType = static_cast<int>(axis.nType);
+        if (number < 0)
+            ZEL_LOG("ztlCoords: Negative coordinate index '%lld' for BRIX dimension type %d!", number, axisType);
+        ZEL_ASSERT(static_cast<uint64_t>(number) <= 0xFFFFFFFE);
+        const auto index = static_cast<uint32_t>(number);
+        if (!dimension.IsValidCoordIdx(index))
+        {
+            ZEL_LOG("ztlCoords: Invalid coordinate index '%lld' for BRIX dimension type %d!", number, axisType);
+            errno = EINVAL; // the reason of the coordinate's own assertion, which comes next
+        }
+        return index;
+    }
+
+    CMultiDimImage& _image;
+    std::list<CCoordinate> _ownCoords;
+};
+
+AC_Result FindImage(bool particularOrNext, CMultiDimTile& area, const std::vector<const wchar_t*>& channelIDs,
+                    const AC_AXIS_INFO* ztlCoordIndexes, int numOfElesInZtlCoordIndexes, AC_HTILE* phDeepZoomTile)
+{
+    CMultiDimImage& image = area.Level().ParentMultiDimImg();
+    CRequest request(image);
+    for (const wchar_t* channelID : channelIDs)
+        if (!request.AddChannel(channelID))
+            return AC_RESULT_INVALID_PARAM;
+    for (int i = 0; i < numOfElesInZtlCoordIndexes; ++i)
+        if (!request.AddAxis(ztlCoordIndexes[i]))
+            return AC_RESULT_INVALID_PARAM;
+    CDeepZoomTile* tile = nullptr;
+    if (particularOrNext)
+    {
+        ZEL_ASSERT(channelIDs.size() == 1);
+        request.AddCoord(DimensionOf(image, DimensionType::DimensionType_C), *request.SelectedChannelIDs.begin());
+        tile = area.DeepZoomTile(request.Coords);
+    }
+    else
+        tile = area.NextDeepZoomTile(request.Coords, request.SelectedChannelIDs);
+    *phDeepZoomTile = tile;
+    if (tile)
+        return AC_RESULT_SUCCESS;
+    if (errno != 0)
+        return CiaResultToAC_Result();
+    if (!particularOrNext)
+        return AC_RESULT_NO_MORE_FRAME;
+    image.DbgValidateNullDeepZoomTile();
+    return AC_RESULT_SUCCESS;
+}
+
+} // namespace
+
+extern "C"
+{
+
+    AC_Result GetImage_ParticularOrNext(bool particularOrNext, AC_HMULTIDIMTILE hMultiDimTile,
+                                        const std::vector<const wchar_t*>& channelIDs, AC_AXIS_INFO* ztlCoordIndexes,
+                                        int numOfElesInZtlCoordIndexes, AC_HTILE* phDeepZoomTile)
+    {
+        if (particularOrNext && channelIDs.empty())
+            return Complain("Error: params 'channelIDs' is empty!");
+        if (!hMultiDimTile || (!ztlCoordIndexes && numOfElesInZtlCoordIndexes != 0) || !phDeepZoomTile)
+            return Complain("Error: params hMultiDimTile or ztlCoordIndexes or phDeepZoomTile are NULL");
+        return AtBoundary(
+            [&]
+            {
+                CMultiDimTile& area = Area(hMultiDimTile);
+                const CLock lock(DocOf(area).ThreadSafetyMutex());
+                return FindImage(particularOrNext, area, channelIDs, ztlCoordIndexes, numOfElesInZtlCoordIndexes,
+                                 phDeepZoomTile);
+            });
+    }
+
+    AC_Result _AC_GetImage(AC_HMULTIDIMTILE hMultiDimTile, const wchar_t* channelID, AC_AXIS_INFO* ztlCoordIndexes,
+                           int numOfElesInZtlCoordIndexes, AC_HTILE* phDeepZoomTile)
+    {
+        return AtBoundary(
+            [&]
+            {
+                return GetImage_ParticularOrNext(true, hMultiDimTile, {channelID}, ztlCoordIndexes,
+                                                 numOfElesInZtlCoordIndexes, phDeepZoomTile);
+            });
+    }
+
+    AC_Result _AC_GetNextImage(AC_HAREA hMultiDimTile, const wchar_t** channelIds, int numOfChannels,
+                               AC_AXIS_INFO* ztlCoordIndexes, int numOfZtlCoordIndexes, AC_HIMAGE* phDeepZoomTile)
+    {
+        if (!channelIds || numOfChannels < 0)
+            return AC_RESULT_INVALID_PARAM;
+        return AtBoundary(
+            [&]
+            {
+                ZEL_ASSERT(numOfChannels != 0);
+                return GetImage_ParticularOrNext(false, hMultiDimTile, {channelIds, channelIds + numOfChannels},
+                                                 ztlCoordIndexes, numOfZtlCoordIndexes, phDeepZoomTile);
+            });
+    }
+
+    AC_Result _AC_ReleaseImage(AC_HTILE hDeepZoomTile)
+    {
+        return hDeepZoomTile ? AC_RESULT_SUCCESS : Complain("Error: hDeepZoomTile is NULL!");
+    }
+
+    AC_Result _AC_GetImageAxis(AC_HTILE hDeepZoomTile, AC_AXIS_INFO* ztlIndexes, int maxAllowedEles,
+                               int* filledOrNeededNumOfEles)
+    {
+        if (!hDeepZoomTile || !filledOrNeededNumOfEles)
+            return Complain("Error: params hDeepZoomTile or filledOrNeededNumOfEles are NULL!");
+        return AtBoundary(
+            [&]
+            {
+                CDeepZoomTile& tile = Tile(hDeepZoomTile);
+                const CLock lock(DocOf(tile).ThreadSafetyMutex());
+                std::vector<AC_AXIS_INFO> axes;
+                for (const auto& [type, coordinate] : tile.Coords())
+                    if (const std::optional<AC_AxisType> axis = AxisOfDimension(type))
+                        axes.push_back({*axis, coordinate->Index()});
+                const auto count = static_cast<int>(axes.size());
+                *filledOrNeededNumOfEles = count;
+                if (count > 0 && count <= maxAllowedEles && ztlIndexes)
+                    std::copy(axes.begin(), axes.end(), ztlIndexes);
+                return AC_RESULT_SUCCESS;
+            });
+    }
+
+    AC_Result _AC_GetImageChannelId(AC_HTILE hDeepZoomTile, wchar_t* channelID, int channelIdArrSize,
+                                    int* channelIdSize)
+    {
+        if (!hDeepZoomTile || !channelIdSize)
+            return Complain("Error: params hDeepZoomTile or channelIdSize are NULL!");
+        return AtBoundary(
+            [&]
+            {
+                CDeepZoomTile& tile = Tile(hDeepZoomTile);
+                const CLock lock(DocOf(tile).ThreadSafetyMutex());
+                const auto found = tile.Coords().find(DimensionType::DimensionType_C);
+                ZEL_ASSERT(found != tile.Coords().end());
+                const std::wstring text = ToWide(ToString(found->second->Index()));
+                *channelIdSize = static_cast<int>(text.size()) + 1;
+                if (channelID && *channelIdSize <= channelIdArrSize)
+                    std::wmemcpy(channelID, text.c_str(), text.size() + 1);
+                return AC_RESULT_SUCCESS;
+            });
+    }
+
+    AC_Result _AC_GetAxisName(AC_AxisType axisType, wchar_t* pBuffer, int nBufferSize, int* pnSize)
+    {
+        const std::optional<DimensionType::E> type = DimensionOfAxis(axisType);
+        if (!type)
+            return Complain("Unexpected axis type!");
+        if (!pnSize)
+            return AC_RESULT_INVALID_PARAM;
+        const std::wstring name = DimensionName(*type);
+        *pnSize = static_cast<int>(name.size()) + 1;
+        if (*pnSize <= nBufferSize && pBuffer)
+            std::wmemcpy(pBuffer, name.c_str(), name.size() + 1);
+        return AC_RESULT_SUCCESS;
+    }
+
+} // extern "C"

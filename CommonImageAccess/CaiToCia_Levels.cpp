@@ -1,0 +1,155 @@
+// The exported functions for the levels of a group and the areas of a level.
+
+#include "CommonImageAccess/Boundary.h"
+#include "CommonImageAccess/Handles.h"
+
+#include <bit>
+
+using namespace CIA;
+using namespace CommonUtil;
+
+namespace
+{
+
+constexpr UINT64 MaxAreaID = 0xFFFFFFFE;
+
+/// The position of an area or a tile. The functions that give it take no lock, so the model does for the moment in
+/// which it fills its caches.
+template <typename Object>
+AC_Result GetPosition(Object& object, CMN_RECT* pRect)
+{
+    return AtBoundary(
+        [&]
+        {
+            const CLock lock(DocOf(object).ThreadSafetyMutex());
+            *pRect = std::bit_cast<CMN_RECT>(object.PixelRect());
+            return AC_RESULT_SUCCESS;
+        });
+}
+
+AC_Result ComplainOfMissingLevel(int levelID)
+{
+    ZEL_LOG("Error: Data for the specified level %u does not exist!", static_cast<unsigned>(levelID));
+    errno = ENODATA;
+    return CiaResultToAC_Result();
+}
+
+} // namespace
+
+extern "C"
+{
+
+    AC_Result _AC_GetNumOfLevels(AC_HMULTIDIMIMG hMultiDimImg, int* numOfLevels)
+    {
+        if (!hMultiDimImg || !numOfLevels)
+            return Complain("Error: params hMultiDimImg or numOfLevels are NULL!");
+        return AtBoundary(
+            [&]
+            {
+                CMultiDimImage& image = Group(hMultiDimImg);
+                const CLock lock(DocOf(image).ThreadSafetyMutex());
+                *numOfLevels = static_cast<int>(DimensionOf(image, DimensionType::DimensionType_P).NumOfPoints());
+                return *numOfLevels > 0 ? AC_RESULT_SUCCESS : CiaResultToAC_Result();
+            });
+    }
+
+    AC_Result _AC_GetLevelImageSize(AC_HMULTIDIMIMG hMultiDimImg, int levelID, CMN_RECT* pRect)
+    {
+        if (!hMultiDimImg || !pRect)
+            return Complain("Error: params 'hMultiDimImg' or 'pRect' are NULL!");
+        return AtBoundary(
+            [&]
+            {
+                CMultiDimImage& image = Group(hMultiDimImg);
+                const CLock lock(DocOf(image).ThreadSafetyMutex());
+                const auto& levels = image.DeepZoomPyramidLevels();
+                if (levelID < 0 || static_cast<size_t>(levelID) >= levels.size())
+                    return AC_RESULT_INVALID_PARAM;
+                const auto& level = levels[static_cast<size_t>(levelID)];
+                if (!level)
+                    return ComplainOfMissingLevel(levelID);
+                const CPixelRect rect = level->PixelRect();
+                ZEL_ASSERT(rect.Width() != 0 && rect.Height() != 0);
+                *pRect = std::bit_cast<CMN_RECT>(rect);
+                return AC_RESULT_SUCCESS;
+            });
+    }
+
+    AC_Result _AC_GetNumOfArea(AC_HMULTIDIMIMG hMultiDimImg, int levelID, INT32* numOfAreas)
+    {
+        if (!hMultiDimImg || !numOfAreas)
+            return Complain("Error: hMultiDimImg or numOfAreas is NULL!");
+        return AtBoundary(
+            [&]
+            {
+                CMultiDimImage& image = Group(hMultiDimImg);
+                const CLock lock(DocOf(image).ThreadSafetyMutex());
+                const auto& levels = image.DeepZoomPyramidLevels();
+                // The level number is the host's affair: one beyond the last is a failure without a name.
+                ZEL_ASSERT(levelID >= 0 && static_cast<size_t>(levelID) < levels.size());
+                const auto& level = levels[static_cast<size_t>(levelID)];
+                if (!level)
+                {
+                    *numOfAreas = 0;
+                    return ComplainOfMissingLevel(levelID);
+                }
+                const auto cols = static_cast<INT32>(level->NumOfCols());
+                ZEL_ASSERT(cols != 0);
+                if (cols < 0)
+                    return CiaResultToAC_Result();
+                const auto rows = static_cast<INT32>(level->NumOfRows());
+                ZEL_ASSERT(rows != 0);
+                if (rows < 0)
+                    return CiaResultToAC_Result();
+                *numOfAreas = static_cast<INT32>(static_cast<uint32_t>(rows) * static_cast<uint32_t>(cols));
+                return AC_RESULT_SUCCESS;
+            });
+    }
+
+    AC_Result _AC_GetArea(AC_HMULTIDIMIMG hMultiDimImg, int levelID, UINT64 areaID, AC_HMULTIDIMTILE* phArea)
+    {
+        if (!hMultiDimImg || !phArea)
+            return Complain("Error: params hMultiDimImg or phArea are NULL!");
+        if (levelID < 0)
+            return Complain("Error: param levelID/areaID was specified as negative value!");
+        return AtBoundary(
+            [&]
+            {
+                CMultiDimImage& image = Group(hMultiDimImg);
+                const CLock lock(DocOf(image).ThreadSafetyMutex());
+                const auto& levels = image.DeepZoomPyramidLevels();
+                ZEL_ASSERT(!levels.empty());
+                if (static_cast<size_t>(levelID) >= levels.size())
+                {
+                    ZEL_LOG("Error: param levelID was passed in as %d, which exceeds the maximum allowed levelID %u!",
+                            levelID, static_cast<unsigned>(levels.size() - 1));
+                    return AC_RESULT_INVALID_PARAM;
+                }
+                const auto& level = levels[static_cast<size_t>(levelID)];
+                ZEL_ASSERT(level);
+                ZEL_ASSERT(areaID <= MaxAreaID);
+                *phArea = &level->MultiDimTile(static_cast<uint32_t>(areaID));
+                return AC_RESULT_SUCCESS;
+            });
+    }
+
+    AC_Result _AC_ReleaseArea(AC_HMULTIDIMTILE hMultiDimTile)
+    {
+        return hMultiDimTile ? AC_RESULT_SUCCESS : AC_RESULT_INVALID_PARAM;
+    }
+
+    AC_Result _AC_GetAreaPosition(AC_HMULTIDIMTILE hMultiDimTile, CMN_RECT* pRect)
+    {
+        if (!hMultiDimTile || !pRect)
+            return AC_RESULT_INVALID_PARAM;
+        return GetPosition(Area(hMultiDimTile), pRect);
+    }
+
+    AC_Result _AC_GetImageSize(AC_HIMAGE hImage, CMN_RECT* pRect)
+    {
+        if (!hImage || !pRect)
+            return Complain("One of the parameters hImage or pRect, are NULL!");
+        return GetPosition(Tile(hImage), pRect);
+    }
+
+} // extern "C"

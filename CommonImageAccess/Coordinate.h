@@ -1,0 +1,44 @@
+#pragma once
+#include "CommonImageAccess/Dimension.h"
+
+#include <cstdint>
+#include <map>
+
+namespace CIA
+{
+
+class ObjThatHasCoords;
+class CPixelDimension;
+
+/// A position on one dimension, made from an index or from a value; the other one is worked out when asked for.
+class CCoordinate
+{
+public:
+    /// Asserts that the index is a number, and on dimensions other than X and Y one of its points.
+    CCoordinate(uint32_t index, CDimension& dimension, const ObjThatHasCoords* creator);
+    /// Asserts that the value is a number, and not beyond the last point where that is known yet.
+    CCoordinate(CDimension& dimension, double value, const ObjThatHasCoords* creator);
+
+    CDimension& Dimension() const { return _Dimension; }
+    /// The object that made and owns this coordinate; null for a temporary one.
+    const ObjThatHasCoords* Creator() const { return _Creator; }
+    /// In the units of the model.
+    double Value();
+    /// Asserts that the value falls on one of the dimension's points.
+    uint32_t Index();
+    /// The dimension as one of pixels; any other dimension is a bad cast.
+    CPixelDimension& PixDim() const;
+    /// The position in pixels of the display window at a zoom-out factor.
+    uint32_t PixelValue(double zoomoutFactor);
+
+private:
+    CDimension& _Dimension;
+    uint32_t _Index;
+    double _Value;
+    const ObjThatHasCoords* _Creator;
+};
+
+/// The coordinates of one object by dimension. Borrowed: each is owned by its creator.
+using CCoords = std::map<DimensionType::E, CCoordinate*>;
+
+} // namespace CIA

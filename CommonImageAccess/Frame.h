@@ -1,0 +1,76 @@
+#pragma once
+#include "CommonImageAccess/DeepZoomTile.h"
+#include "CommonImageAccess/ObjThatHasCoords.h"
+#include "CommonUtil/ArrayStartAndSize.h"
+
+#include <compare>
+#include <memory>
+#include <vector>
+
+namespace CIA
+{
+
+class CPixelFrameFormat;
+
+/// The key of a frame: its index on each dimension that tells frames apart, 0 on those that the image has not.
+struct CFrameIdx
+{
+    uint32_t Z = 0;
+    uint32_t C = 0;
+    uint32_t L = 0;
+    uint32_t T = 0;
+
+    CFrameIdx() = default;
+    CFrameIdx(uint32_t z, uint32_t c, uint32_t l, uint32_t t) : Z(z), C(c), L(l), T(t) {}
+    /// The key of a map of coordinates, which must hold none of X, Y and P (assertion).
+    explicit CFrameIdx(const CCoords& coords);
+
+    /// By Z, then C, then L, then T.
+    auto operator<=>(const CFrameIdx&) const = default;
+
+    /// The index on Z, T, L or C; any other type ends the process.
+    uint32_t SubIdx(DimensionType::E dimensionType) const;
+    void SetSubIdx(DimensionType::E dimensionType, uint32_t index);
+};
+
+/// One plane of an image: one combination of Z, C, L and T, as wide and high as the image. It owns its tiles.
+class CFrame : public ObjThatHasCoords
+{
+public:
+    CFrame(CMultiDimImage& image, const CFrameIdx& idx);
+    ~CFrame() override;
+
+    CMultiDimImage& ParentMultiDimImg() const { return _ParentMultiDimImg; }
+    const CFrameIdx& FrameIdx() const { return Idx; }
+    /// The channel of this frame, owned by the image.
+    CPixelFrameFormat& Channel();
+    /// The tiles of this frame at all levels. Empty when they could not be listed; the next call tries again.
+    CDeepZoomTiles& DeepZoomTiles();
+    /// The JPEG tables that the tiles of a Jpeg7 frame lack, owned by this frame. Empty, with EBADFD, for any other
+    /// compression.
+    CommonUtil::CArrayStartAndSize<const unsigned char> JpegTables();
+    /// Asserts that the index is 0 on each dimension that the image has not.
+    void DbgValidateIdx();
+
+protected:
+    bool Coords_init(CCoords& varToInit) override;
+    bool PixelOrRealWorldWidth_init(double& varToInit) override;
+    bool PixelOrRealWorldHeight_init(double& varToInit) override;
+    bool ZoomoutFactor_init(double& varToInit) override;
+    /// The tiles of the frame; null when they cannot be listed.
+    virtual std::unique_ptr<CDeepZoomTiles> DeepZoomTiles_init() = 0;
+    /// The bytes of the tables; empty with errno on failure.
+    virtual std::vector<unsigned char> JpegTables_init() = 0;
+
+private:
+    void DbgValidateDeepZoomTiles(const CDeepZoomTiles& tiles);
+
+    CMultiDimImage& _ParentMultiDimImg;
+    const CFrameIdx Idx;
+    std::unique_ptr<CDeepZoomTiles> _DeepZoomTiles;
+    std::vector<unsigned char> _JpegTables;
+};
+
+using CFrames = std::map<CFrameIdx, std::unique_ptr<CFrame>>;
+
+} // namespace CIA

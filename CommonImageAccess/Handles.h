@@ -1,0 +1,50 @@
+#pragma once
+#include "Brix/AccessorInterface.h"
+#include "CommonImageAccess/ImgDoc.h"
+#include "CommonUtil/Mutex.h"
+
+namespace CIA
+{
+
+// A handle is the address of the model object itself; nothing detects one that is stale or foreign. Two of the bases
+// of these classes are polymorphic, so the address is always taken of, and given back as, exactly this class.
+inline CImgDoc& Doc(AC_HIMG_DOC handle)
+{
+    return *static_cast<CImgDoc*>(handle);
+}
+inline CMultiDimImage& Group(AC_HMULTIDIMIMG handle)
+{
+    return *static_cast<CMultiDimImage*>(handle);
+}
+inline CMultiDimTile& Area(AC_HMULTIDIMTILE handle)
+{
+    return *static_cast<CMultiDimTile*>(handle);
+}
+inline CDeepZoomTile& Tile(AC_HTILE handle)
+{
+    return *static_cast<CDeepZoomTile*>(handle);
+}
+
+inline CImgDoc& DocOf(CMultiDimImage& image)
+{
+    return image.ParentImgDoc();
+}
+inline CImgDoc& DocOf(CMultiDimTile& area)
+{
+    return DocOf(area.Level().ParentMultiDimImg());
+}
+inline CImgDoc& DocOf(CDeepZoomTile& tile)
+{
+    return DocOf(tile.ParentFrame().ParentMultiDimImg());
+}
+
+/// The dimension of an image; asserts that the image has it.
+inline CDimension& DimensionOf(CMultiDimImage& image, DimensionType::E type)
+{
+    const CDimensions& dimensions = image.Dimensions();
+    const auto found = dimensions.find(type);
+    ZEL_ASSERT(found != dimensions.end());
+    return *found->second;
+}
+
+} // namespace CIA

@@ -1,0 +1,90 @@
+#pragma once
+#include "CommonImageAccess/BrixPropsetProvider.h"
+#include "CommonImageAccess/DeepZoomPyramidLevel.h"
+#include "CommonImageAccess/Frame.h"
+#include "CommonImageAccess/ObjThatHasCoords.h"
+#include "CommonImageAccess/PixelFormat.h"
+
+#include <array>
+#include <cstdint>
+#include <memory>
+#include <vector>
+
+namespace CIA
+{
+
+class CImgDoc;
+
+/// One stack of frames over up to seven dimensions: what the host calls a group. It owns its dimensions, frames,
+/// channels and pyramid levels, and builds each on first use. A container that could not be built comes back empty,
+/// with errno; the next call tries again.
+class CMultiDimImage : public ObjThatHasCoords, public CBrixPropsetProvider
+{
+public:
+    /// Clears errno. The flag says what the size operations of the derived class give.
+    CMultiDimImage(uint32_t ID, CImgDoc& parentImgDoc, bool isRealWorldSizeOrPixelSizeAvailable);
+    ~CMultiDimImage() override;
+
+    CImgDoc& ParentImgDoc() const { return _ParentImgDoc; }
+    uint32_t ID() const { return _ID; }
+    /// Lives as long as the document; empty when the image has no name.
+    virtual const wchar_t* Name() = 0;
+    /// True when a store may lack tiles at some positions.
+    virtual bool HasMissingTilesConcept() = 0;
+    /// Fills left, top, width and height of the picture within a level, in pixels of that level.
+    virtual void GetCroppedLevelImageSize(uint32_t levelId, std::array<int32_t, 4>& croppedRect) = 0;
+    /// Asserts that this image may lack the tile that was not found.
+    virtual void DbgValidateNullDeepZoomTile() = 0;
+
+    const CDimensions& Dimensions();
+    /// The mandatory dimensions and those of more than one point.
+    const CDimensionRefs& SignificantDimensions();
+    const CFrames& Frames();
+    const CChannels& Channels();
+    /// By level number; an entry is null where the store has no tile of that level.
+    const std::vector<std::unique_ptr<CDeepZoomPyramidLevel>>& DeepZoomPyramidLevels();
+
+    /// The size of a tile in pixels, worked out anew at every call; 0xFFFFFFFF on failure. The argument is 0, or the
+    /// TIFF directory that a level told.
+    uint32_t DeepZoomTilePixelWidth(uint32_t levelID);
+    uint32_t DeepZoomTilePixelHeight(uint32_t levelID);
+    /// The width of the picture at a level.
+    virtual uint32_t PixelWidthForLevel(uint32_t levelID) = 0;
+    /// How far the picture's first pixel lies inside the tile matrix of level 0; 0x7FFFFFFF on failure.
+    int32_t LeftCroppingOfLevel0TileMatrixInPixels();
+    int32_t TopCroppingOfLevel0TileMatrixInPixels();
+
+protected:
+    bool ZoomoutFactor_init(double& varToInit) override;
+    /// Fills X, Y, and what there is of Z, T and L.
+    virtual bool DimensionHavingUnits_init(CDimensions& varToInit) = 0;
+    /// The frame of that key; null on failure.
+    virtual std::unique_ptr<CFrame> Frame_init(const CFrameIdx& frameIdx) = 0;
+    /// More frames than this cannot be served, whatever the dimensions say.
+    virtual uint64_t MaxNumOfFrames() = 0;
+    virtual bool DeepZoomPyramidLevels_init(std::vector<std::unique_ptr<CDeepZoomPyramidLevel>>& varToInit) = 0;
+    virtual bool DeepZoomTilePixelWidth_init(uint32_t& varToInit, uint32_t levelID) = 0;
+    virtual bool DeepZoomTilePixelHeight_init(uint32_t& varToInit, uint32_t levelID) = 0;
+    virtual bool LeftCroppingOfLevel0TileMatrixInPixels_init(int32_t& varToInit) = 0;
+    virtual bool TopCroppingOfLevel0TileMatrixInPixels_init(int32_t& varToInit) = 0;
+    virtual bool Channels_init(CChannels& varToInit) = 0;
+
+private:
+    bool Dimensions_init(CDimensions& varToInit);
+    bool Frames_init(CFrames& varToInit);
+    bool Frames_init_recursive(CFrames& varToInit, std::vector<uint32_t>& chosenIdxValues,
+                               const std::vector<CDimension*>& frameIdxDimensions);
+
+    CImgDoc& _ParentImgDoc;
+    const uint32_t _ID;
+    CommonUtil::CLazy<int32_t, 0x7FFFFFFF> _LeftCroppingOfLevel0TileMatrixInPixels;
+    CommonUtil::CLazy<int32_t, 0x7FFFFFFF> _TopCroppingOfLevel0TileMatrixInPixels;
+    // Freed in the reverse order: frames, levels, channels, dimensions; each refers to those freed after it.
+    CDimensions _Dimensions;
+    CDimensionRefs _SignificantDimensions;
+    CChannels _Channels;
+    std::vector<std::unique_ptr<CDeepZoomPyramidLevel>> _DeepZoomPyramidLevels;
+    CFrames _Frames;
+};
+
+} // namespace CIA

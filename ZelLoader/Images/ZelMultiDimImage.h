@@ -1,0 +1,125 @@
+#pragma once
+#include "CommonImageAccess/MultiDimImage.h"
+#include "ZelLoader/Images/ZelDimensionOrder.h"
+#include "ZelLoader/Store/KorFrameTiles.h"
+
+#include <map>
+#include <memory>
+#include <string>
+#include <tiffio.h>
+
+namespace Zel
+{
+
+using namespace CIA;
+using namespace CommonUtil;
+
+class CKorFile;
+class CZelImgDoc;
+
+using CZelMetaDataForImgFrames = std::map<CFrameIdx, CZelMetaDataForImgFrame*>; ///< borrowed from the catalogue
+
+/// One stack of a document: a thin view over its node of the tag tree, which answers each question by reading tags when
+/// it is asked. Its pixels lie in a tile store beside the document, or in TIFF directories of the document itself.
+class CZelMultiDimImage : public CMultiDimImage
+{
+public:
+    /// Both must outlive the image, which reads nothing yet.
+    CZelMultiDimImage(CZelMetaDataForMultiDimImg& metaData, CZelImgDoc& parentImgDoc);
+
+    CZelMetaDataForMultiDimImg& MetaData() { return _MetaData; }
+    CZelImgDoc& ParentZelImgDoc() { return _ParentZelImgDoc; }
+    uint32_t StackID() const { return ID(); }
+    /// The order of the image's dimensions in frames and tile records; known once Dimensions() was asked for.
+    CZelDimensionOrder& DimensionOrder() { return _DimensionOrder; }
+
+    const wchar_t* Name() override;
+    /// Always empty: this format has no description of an image.
+    const wchar_t* Description() { return L""; }
+    /// "2015-09-13T12:26:40+00:00"; empty when the file does not tell it, with ENOEXEC when the image has no
+    /// properties.
+    std::wstring CreationTime();
+    /// A number of single bits that tells what kind of stack this is; -1 when the file does not.
+    int32_t ImageStackType();
+    /// The display limits of a channel as whole numbers within what `channelDepth` bytes can hold. False when there are
+    /// none; the outputs then stay.
+    bool LUTInfoShadowHighlight(uint32_t channelId, uint32_t channelDepth, int32_t& shadow, int32_t& highlight);
+    bool HasMissingTilesConcept() override { return UsesKorFile(); }
+    void GetCroppedLevelImageSize(uint32_t levelIdx, std::array<int32_t, 4>& rect) override;
+    void DbgValidateNullDeepZoomTile() override;
+    uint32_t PixelWidthForLevel(uint32_t levelID) override;
+
+    /// Clears errno. True when the pixels are read from a tile store that has been found.
+    bool UsesKorFile();
+    /// True when the document says that there is a tile store and none was found.
+    bool IsKorFileMissing();
+    /// The tile store, opened at the first need and owned by the document. Null, with errno, when it cannot be opened.
+    CKorFile* KorFile();
+    /// Which records of the store belong to which frame.
+    const CKorTilesByFrame& KorTilesByFrame();
+
+    /// The frame nodes by frame. Frames are numbered in the order of the dimension tags, the first one fastest.
+    const CZelMetaDataForImgFrames& ZelMetaDataForImgFrames();
+    /// The document as a TIFF, standing on the directory of the first frame node.
+    TIFF* TiffFilePtrSetToIfdOf1stFrame();
+    /// The directory, by number, on which the document as a TIFF is set; the same for any frame node.
+    TIFF* TiffFilePtrSetToIfdOf(CZelMetaDataForImgFrame& frame);
+    /// The frame whose directory has the next higher number; null for the last.
+    CFrame* NextFrameOnDisk(uint32_t idxOfTiffIfd);
+    /// The entries of the dimension tag that lists channels; null when the image has none.
+    const std::vector<std::unique_ptr<CZelMetaDataForDimensionChannel>>* EntriesOfChannelDimension(uint32_t& itsNumber);
+
+protected:
+    bool Coords_init(CCoords& varToInit) override;
+    bool PixelOrRealWorldWidth_init(double& varToInit) override;
+    bool PixelOrRealWorldHeight_init(double& varToInit) override;
+    bool DimensionHavingUnits_init(CDimensions& varToInit) override;
+    std::unique_ptr<CFrame> Frame_init(const CFrameIdx& frameIdx) override;
+    uint64_t MaxNumOfFrames() override;
+    bool DeepZoomPyramidLevels_init(std::vector<std::unique_ptr<CDeepZoomPyramidLevel>>& varToInit) override;
+    bool DeepZoomTilePixelWidth_init(uint32_t& varToInit, uint32_t levelID) override;
+    bool DeepZoomTilePixelHeight_init(uint32_t& varToInit, uint32_t levelID) override;
+    bool LeftCroppingOfLevel0TileMatrixInPixels_init(int32_t& varToInit) override;
+    bool TopCroppingOfLevel0TileMatrixInPixels_init(int32_t& varToInit) override;
+    bool Channels_init(CChannels& varToInit) override;
+
+private:
+    CZelMetaDataForMultiDimImgProps* PropsOrComplain();
+    bool XyDimensions_init(CDimensions& varToInit);
+    double PixelWidthOrHeight(bool isWidth);
+    bool CroppingOfLevel0_init(int32_t& varToInit, uint32_t idx);
+
+    bool UsesKorFile_init(bool& varToInit);
+    std::wstring KorFolderPath();
+    std::wstring KorFileName(const std::wstring& korFolder);
+    std::wstring FindKorFile(const std::wstring& korFolder);
+    bool FindTiffCandidate(const std::wstring& korFolder, const std::wstring& stem, std::wstring& path);
+    std::unique_ptr<CKorFile> OpenKorFile();
+    TIFF* AssertedTiffFilePtr();
+
+    bool ZelMetaDataForImgFrames_init(CZelMetaDataForImgFrames& varToInit);
+    void ZelMetaDataForImgFrames_init_recursive(CZelMetaDataForImgFrames& varToInit, size_t idxInImgDimMeanings,
+                                                size_t& idxInImgFrames, CFrameIdx& frameIdx,
+                                                bool framesAreAllchannelFrames);
+    void AddFrameNode(CZelMetaDataForImgFrames& varToInit, size_t& idxInImgFrames, const CFrameIdx& frameIdx,
+                      bool framesAreAllchannelFrames, bool advance);
+
+    void AddChannels(CChannels& varToInit, const std::vector<std::unique_ptr<CZelMetaDataForDimensionChannel>>& entries,
+                     uint32_t numOfChannelsAsPerNumOfPointsPerDim);
+    bool CheckLutInfo_DimensionChannel2007Node(uint32_t channelId, double& dShadow, double& dHighlight);
+    bool CheckLutInfo_DimensionChannel2005Node(double& dShadow, double& dHighlight);
+
+    CZelMetaDataForMultiDimImg& _MetaData;
+    CZelImgDoc& _ParentZelImgDoc;
+    CZelDimensionOrder _DimensionOrder;
+    CKorFile* _KorFile = nullptr;
+    bool _UsesKorFile = false;
+    bool Is_UsesKorFile_Initialized = false;
+    bool _IsKorFileMissing = false;
+    bool _IsOmeTiffKorFile = false;
+    std::unique_ptr<CKorTilesByFrame> _KorTilesByFrame;
+    CZelMetaDataForImgFrames _ZelMetaDataForImgFrames;
+    std::map<uint32_t, CFrame*> FramesIndexedByTiffIfdIdx;
+};
+
+} // namespace Zel

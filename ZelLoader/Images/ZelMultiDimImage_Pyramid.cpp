@@ -1,0 +1,181 @@
+// The levels of a stack and the size of its tiles.
+
+#include "CommonUtil/Log.h"
+#include "ZelLoader/Images/ZelMultiDimImage.h"
+#include "ZelLoader/Images/ZelTiffDeepZoomPyramidLevel.h"
+#include "ZelLoader/Store/KorDeepZoomPyramidLevel.h"
+#include "ZelLoader/Store/KorFile.h"
+#include "ZelLoader/ZelImgDoc.h"
+
+#include <algorithm>
+#include <cerrno>
+
+namespace Zel
+{
+
+namespace
+{
+
+constexpr const char* KorFileIsMissing = "KOR file missing! TODO: try and read coarse data.";
+
+/// The records of one level, which stand together in the file.
+std::unique_ptr<CKorDeepZoomPyramidLevel> MakeLevel(CZelMultiDimImage& image, const std::vector<CKorTile>& tiles,
+                                                    size_t first, size_t last)
+{
+    return std::make_unique<CKorDeepZoomPyramidLevel>(
+        tiles[first].Idx.PIdx, image, std::span(tiles).subspan(first, last - first), static_cast<uint32_t>(first));
+}
+
+/// The current directory of a TIFF is put back at the end of the scope.
+class CTiffDirectoryKeeper
+{
+public:
+    explicit CTiffDirectoryKeeper(TIFF* tif) : _tif(tif), _directory(TIFFCurrentDirectory(tif)) {}
+    ~CTiffDirectoryKeeper()
+    {
+        const CErrnoKeeper errnoKeeper;
+        ::TIFFSetDirectory(_tif, _directory);
+    }
+    CTiffDirectoryKeeper(const CTiffDirectoryKeeper&) = delete;
+    CTiffDirectoryKeeper& operator=(const CTiffDirectoryKeeper&) = delete;
+
+private:
+    TIFF* _tif;
+    tdir_t _directory;
+};
+
+uint32_t TileWidth(TIFF* tif)
+{
+    const auto width = CIA::TIFFGetField<uint32_t>(tif, TIFFIsTiled(tif) ? TIFFTAG_TILEWIDTH : TIFFTAG_IMAGEWIDTH);
+    ZEL_ASSERT(width != 0);
+    return width;
+}
+
+/// Of a directory of the document: a strip is as high as RowsPerStrip says, but no higher than the picture.
+uint32_t StripHeightInDocument(TIFF* tif)
+{
+    return std::min(CIA::TIFFGetField<uint32_t>(tif, TIFFTAG_ROWSPERSTRIP),
+                    CIA::TIFFGetField<uint32_t>(tif, TIFFTAG_IMAGELENGTH));
+}
+
+/// Of a directory of a TIFF store: the height of the picture shared out among its strips. Hosts know it so.
+uint32_t StripHeightInStore(TIFF* tif)
+{
+    const uint64_t length = CIA::TIFFGetField<uint32_t>(tif, TIFFTAG_IMAGELENGTH);
+    const uint64_t numOfStrips = TIFFNumberOfStrips(tif);
+    ZEL_ASSERT(numOfStrips != 0);
+    return static_cast<uint32_t>(std::min((length + numOfStrips - 1) / numOfStrips, length));
+}
+
+uint32_t TileHeight(TIFF* tif, uint32_t (*stripHeight)(TIFF*))
+{
+    const uint32_t height = TIFFIsTiled(tif) ? CIA::TIFFGetField<uint32_t>(tif, TIFFTAG_TILELENGTH) : stripHeight(tif);
+    ZEL_ASSERT(height != 0);
+    return height;
+}
+
+} // namespace
+
+bool CZelMultiDimImage::DeepZoomPyramidLevels_init(std::vector<std::unique_ptr<CDeepZoomPyramidLevel>>& varToInit)
+{
+    ZEL_ASSERT(varToInit.empty());
+    if (!UsesKorFile())
+    {
+        if (_IsKorFileMissing)
+            ThrowWithErrno(EREMOTE, KorFileIsMissing);
+        varToInit.push_back(std::make_unique<CZelTiffDeepZoomPyramidLevel>(*this));
+        return true;
+    }
+    CKorFile* korFile = KorFile();
+    if (!korFile)
+        ThrowWithErrno(EACCES, "KOR File is open in some other process in write mode.");
+    const std::vector<CKorTile>& tiles = korFile->KorTiles();
+    ZEL_ASSERT(!tiles.empty());
+    size_t firstOfLevel = 0;
+    for (size_t i = 0; i < tiles.size(); ++i)
+    {
+        const uint32_t level = tiles[i].Idx.PIdx;
+        const bool isLast = i + 1 == tiles.size();
+        const uint32_t nextLevel = isLast ? level : tiles[i + 1].Idx.PIdx;
+        ZEL_ASSERT(nextLevel >= level);
+        if (!isLast && nextLevel == level)
+            continue;
+        varToInit.push_back(MakeLevel(*this, tiles, firstOfLevel, i + 1));
+        firstOfLevel = i + 1;
+        if (isLast)
+            break;
+        ZEL_ASSERT(nextLevel <= CDeepZoomPyramidLevel::MaxLevelID); // tested before the gap is filled up to it
+        for (uint32_t missing = level + 1; missing < nextLevel; ++missing)
+            varToInit.push_back(nullptr);
+    }
+    ZEL_ASSERT(varToInit.size() == uint64_t{tiles.back().Idx.PIdx} + 1);
+    return true;
+}
+
+bool CZelMultiDimImage::DeepZoomTilePixelWidth_init(uint32_t& varToInit, uint32_t levelID)
+{
+    ZEL_ASSERT(varToInit == 0xFFFFFFFF);
+    if (UsesKorFile())
+    {
+        CKorFile* korFile = KorFile();
+        if (!korFile)
+            return false;
+        varToInit = korFile->IsOmeType() ? TileWidth(korFile->TiffFilePtrSetTo(levelID)) : korFile->TilePixelWidth();
+        return true;
+    }
+    if (_IsKorFileMissing)
+        ThrowWithErrno(EREMOTE, KorFileIsMissing);
+    const CTiffDirectoryKeeper directoryKeeper(AssertedTiffFilePtr());
+    varToInit = TileWidth(TiffFilePtrSetToIfdOf1stFrame());
+    return true;
+}
+
+bool CZelMultiDimImage::DeepZoomTilePixelHeight_init(uint32_t& varToInit, uint32_t levelID)
+{
+    ZEL_ASSERT(varToInit == 0xFFFFFFFF);
+    if (UsesKorFile())
+    {
+        CKorFile* korFile = KorFile();
+        if (!korFile)
+            return false;
+        varToInit = korFile->IsOmeType() ? TileHeight(korFile->TiffFilePtrSetTo(levelID), StripHeightInStore)
+                                         : korFile->TilePixelHeight();
+        return true;
+    }
+    if (_IsKorFileMissing)
+        ThrowWithErrno(EREMOTE, KorFileIsMissing);
+    const CTiffDirectoryKeeper directoryKeeper(AssertedTiffFilePtr());
+    varToInit = TileHeight(TiffFilePtrSetToIfdOf1stFrame(), StripHeightInDocument);
+    return true;
+}
+
+TIFF* CZelMultiDimImage::AssertedTiffFilePtr()
+{
+    TIFF* tif = _ParentZelImgDoc.AsTiffFilePtr();
+    ZEL_ASSERT(tif);
+    return tif;
+}
+
+TIFF* CZelMultiDimImage::TiffFilePtrSetToIfdOf1stFrame()
+{
+    const bool usesKorFile = UsesKorFile();
+    ZEL_ASSERT(!usesKorFile && !_IsKorFileMissing);
+    ZEL_ASSERT(!_MetaData.ImgFrames()->empty());
+    CZelMetaDataForImgFrame& firstFrame = *_MetaData.ImgFrames()->front();
+    if (!firstFrame.FrameTiffIfd())
+        ThrowWithErrno(ENOEXEC, "TIFF IFD tag is missing!!!");
+    return TiffFilePtrSetToIfdOf(firstFrame);
+}
+
+TIFF* CZelMultiDimImage::TiffFilePtrSetToIfdOf(CZelMetaDataForImgFrame& frame)
+{
+    TIFF* tif = AssertedTiffFilePtr();
+    ZEL_ASSERT(frame.FrameTiffIfd());
+    const uint32_t idxOfIfd = frame.FrameTiffIfd()->IdxOfTiffIfd();
+    ZEL_LOG("idxOfIfd=%u", idxOfIfd);
+    ZEL_ASSERT(idxOfIfd < 65536);
+    CIA::TIFFSetDirectory(tif, static_cast<uint16_t>(idxOfIfd));
+    return tif;
+}
+
+} // namespace Zel

@@ -1,0 +1,152 @@
+// The values that the pixels of a channel take: how many bits of them are used, and which colours they stand for.
+
+#include "CommonUtil/Log.h"
+#include "CommonUtil/Numbers.h"
+#include "ZelLoader/Images/PixelScan.h"
+#include "ZelLoader/Images/ZelPixelFormat.h"
+#include "ZelLoader/Store/KorFile.h"
+#include "ZelLoader/ZelImgDoc.h"
+
+#include <cerrno>
+
+namespace Zel
+{
+
+const CArrayStartAndSize<double>* CZelPixelFormat::ImgDisplayLimits()
+{
+    const bool hasC = _ParentZelImage.DimensionOrder().Has(DimensionType::DimensionType_C);
+    if (_Channel.MetaData())
+    {
+        ZEL_ASSERT(hasC);
+        return _Channel.MetaData()->ImgDisplayLimits();
+    }
+    ZEL_ASSERT(!hasC && _ParentZelImage.Channels().size() == 1);
+    return ImageProps().ImgDisplayLimits();
+}
+
+bool CZelPixelFormat::MaxPixelValueOfLimits(std::optional<uint64_t>& maxPixelValue)
+{
+    const CArrayStartAndSize<double>* limits = ImgDisplayLimits();
+    if (!limits)
+        return true;
+    if (limits->Size != 2)
+    {
+        errno = ENOEXEC;
+        return false;
+    }
+    const auto wholeNumber = [](double limit)
+    {
+        const auto number = ToIntegerWithCheck<uint64_t>(limit);
+        ZEL_ASSERT(static_cast<double>(number) == limit);
+        return number;
+    };
+    wholeNumber(limits->Arr[0]);
+    const uint64_t onePastMax = wholeNumber(limits->Arr[1]);
+    ZEL_ASSERT(onePastMax != 0);
+    maxPixelValue = onePastMax - 1;
+    return true;
+}
+
+bool CZelPixelFormat::MaxNumOfUsedBits_init(uint32_t& varToInit)
+{
+    std::optional<uint64_t> maxPixelValue;
+    if (!MaxPixelValueOfLimits(maxPixelValue))
+        return false;
+    if (maxPixelValue.value_or(0) == 0)
+    {
+        if (_Channel.CompressionType() != PixelFrameCompressionType::None)
+        {
+            varToInit = 0xFFFFFFFF; // unknown: nothing is decoded here
+            return true;
+        }
+        if (ComponentFormat() != PixelComponentFormat::PixelComponentFormat_UintOfAnySize)
+        {
+            ZEL_LOG("TODO: Implement minPixelValue and maxPixelValue calculation for component format that is other "
+                    "than ''uint of any size'!");
+            varToInit = NumOfBitsPerPixelComponent();
+            return true;
+        }
+        uint64_t greatest = maxPixelValue.value_or(0);
+        if (!MaxPixelValueOfTiles(greatest))
+            return false;
+        maxPixelValue = greatest;
+    }
+    varToInit = NumOfUsedBits(*maxPixelValue);
+    return true;
+}
+
+uint32_t CZelPixelFormat::NumOfUsedBits(uint64_t maxPixelValue)
+{
+    uint32_t numOfUsedBits = 0;
+    for (double power = 1.0; static_cast<double>(maxPixelValue) >= power; power *= 2)
+        ++numOfUsedBits;
+    const uint32_t minNumOfBytes = (numOfUsedBits + 7) / 8;
+    ZEL_ASSERT(NumOfPixelComponents() != 0);
+    const uint32_t _NumOfBytes_ = NumOfBytes() / NumOfPixelComponents();
+    // Limits cannot claim more bits than the storage has.
+    return _NumOfBytes_ < minNumOfBytes ? _NumOfBytes_ * 8 : numOfUsedBits;
+}
+
+bool CZelPixelFormat::MaxPixelValueOfTiles(uint64_t& maxPixelValue)
+{
+    const uint32_t numOfBytesPerPixel = NumOfBytes();
+    CMaxPixelValueScan scan(numOfBytesPerPixel, maxPixelValue);
+    std::vector<unsigned char> buffer; // one for all tiles
+    const uint64_t sizeOfFile = _ParentZelImage.UsesKorFile() ? _ParentZelImage.KorFile()->FileSize()
+                                                              : _ParentZelImage.ParentZelImgDoc().FileSize();
+    const auto scanTile = [&](CDeepZoomTile& tile)
+    {
+        CByteArray array;
+        if (!tile.PixelBuf(array, {}))
+            return false;
+        ZEL_ASSERT(array.Size <= sizeOfFile); // a record can claim any size
+        buffer.resize(array.Size);
+        array.Arr = buffer.data();
+        if (array.Size > 0 && !tile.PixelBuf(array, {}))
+            return false;
+        scan.Add(buffer);
+        return true;
+    };
+    for (const auto& [idx, frame] : _ParentZelImage.Frames())
+        if (idx.C == _Channel.ID() && !frame->DeepZoomTiles().ForEachOfLevel(0, scanTile))
+            return false;
+    maxPixelValue = scan.MaxPixelValue();
+    return true;
+}
+
+bool CZelPixelFormat::ColorLookupTable_init(std::vector<CColor>& varToInit)
+{
+    ZEL_ASSERT(varToInit.empty());
+    ZEL_ASSERT(ColorSpace() == ColorSpaceType::GrayScale);
+    const CLutBytes lut = LutBytes();
+    ZEL_ASSERT(lut.Size % 3 == 0);
+    if (lut.Size == 0)
+        errno = 0;
+    for (uint32_t i = 0; i < lut.Size; i += 3) // blue, green, red
+        varToInit.push_back({lut.Arr[i + 2], lut.Arr[i + 1], lut.Arr[i], 1});
+    return true;
+}
+
+/// The bytes of the channel's own table, else of the image's; none where there is neither.
+CZelPixelFormat::CLutBytes CZelPixelFormat::LutBytes()
+{
+    CZelMetaDataForDimensionChannel* channel = _Channel.MetaData();
+    const auto bytesOf = [](auto& lutNode) -> CLutBytes
+    {
+        if (lutNode.DbgNode()->Type() == ZelDataFieldForVolume)
+            if (const CArrayStartAndSize<Byte>* bytes = lutNode.LUTAbsolute())
+                return *bytes;
+        auto* simpleField = dynamic_cast<CZelDataFieldForSimpleTypes*>(lutNode.DbgNode());
+        ZEL_ASSERT(simpleField && simpleField->DataWithType().GetType() == DWT_TYPE::DWT_BASEARRAY);
+        const CBasicArray& array = *simpleField->DataWithType().Array();
+        ZEL_ASSERT(array.ElementSize() == 1);
+        return {reinterpret_cast<Byte*>(array.Ptr()), array.NumOfElements()};
+    };
+    if (channel && channel->ImgDisplayLutForMultiChannel())
+        return bytesOf(*channel->ImgDisplayLutForMultiChannel());
+    if (ImageProps().ImgDisplayLutForSingleChannel())
+        return bytesOf(*ImageProps().ImgDisplayLutForSingleChannel());
+    return {};
+}
+
+} // namespace Zel

@@ -1,0 +1,96 @@
+#include "ZelLoader/Images/ZelTiffFrameTiles.h"
+
+#include "CommonUtil/Numbers.h"
+#include "CommonUtil/PagedObjects.h"
+#include "ZelLoader/Images/ZelFrame.h"
+#include "ZelLoader/Images/ZelTiffTile.h"
+
+namespace Zel
+{
+
+namespace
+{
+
+/// The grid of tiles of a directory, which says where each one is without a list.
+class CZelTiffFrameTiles : public CDeepZoomTiles
+{
+public:
+    /// Tiles `colStep` and `rowStep` apart.
+    CZelTiffFrameTiles(CZelFrame& frame, uint32_t numOfCols, uint32_t numOfRows, uint32_t colStep, uint32_t rowStep)
+        : _Frame(frame), _NumOfCols(numOfCols), _NumOfRows(numOfRows), _ColStep(colStep), _RowStep(rowStep)
+    {
+    }
+
+    uint64_t Size() const override { return uint64_t{_NumOfCols} * _NumOfRows; }
+
+    CDeepZoomTile* Find(const CDeepZoomTileIdx& idx) override
+    {
+        if (idx._PyramidLevelIdx != 0 || idx._TileColIdx < 0 || idx._TileRowIdx < 0)
+            return nullptr;
+        const auto col = static_cast<uint32_t>(idx._TileColIdx);
+        const auto row = static_cast<uint32_t>(idx._TileRowIdx);
+        if (col % _ColStep != 0 || row % _RowStep != 0 || col / _ColStep >= _NumOfCols || row / _RowStep >= _NumOfRows)
+            return nullptr;
+        return &TileAt(uint64_t{row / _RowStep} * _NumOfCols + col / _ColStep);
+    }
+
+    std::optional<CTileCorner> SmallestColAndRow(uint32_t level) const override
+    {
+        if (level != 0 || Size() == 0)
+            return {};
+        return CTileCorner{0, 0};
+    }
+
+    bool ForEachOfLevel(uint32_t level, const std::function<bool(CDeepZoomTile&)>& visit) override
+    {
+        const uint64_t numOfTiles = level == 0 ? Size() : 0;
+        for (uint64_t number = 0; number < numOfTiles; ++number)
+            if (!visit(TileAt(number)))
+                return false;
+        return true;
+    }
+
+private:
+    CZelTiffTile& TileAt(uint64_t number)
+    {
+        const auto make = [&](std::optional<CZelTiffTile>& slot)
+        {
+            slot.emplace(_Frame, static_cast<int32_t>(number % _NumOfCols * _ColStep),
+                         static_cast<int32_t>(number / _NumOfCols * _RowStep));
+        };
+        return _Tiles.GetOrMake(ToUint32WithCheck(number), make);
+    }
+
+    CZelFrame& _Frame;
+    const uint32_t _NumOfCols;
+    const uint32_t _NumOfRows;
+    const uint32_t _ColStep;
+    const uint32_t _RowStep;
+    CPagedObjects<CZelTiffTile> _Tiles;
+};
+
+uint32_t NumOfSteps(uint32_t size, uint32_t step)
+{
+    return size / step + (size % step != 0 ? 1 : 0);
+}
+
+} // namespace
+
+std::unique_ptr<CDeepZoomTiles> MakeZelTiffFrameTiles(CZelFrame& frame)
+{
+    const uint32_t tileWidthOfImage = frame.ParentMultiDimImg().DeepZoomTilePixelWidth(0);
+    const uint32_t tileHeightOfImage = frame.ParentMultiDimImg().DeepZoomTilePixelHeight(0);
+    TIFF* tif = frame.TiffFilePtr();
+    const auto width = CIA::TIFFGetField<uint32_t>(tif, TIFFTAG_IMAGEWIDTH);
+    const auto height = CIA::TIFFGetField<uint32_t>(tif, TIFFTAG_IMAGELENGTH);
+    if (!TIFFIsTiled(tif))
+        return std::make_unique<CZelTiffFrameTiles>(frame, 1, TIFFNumberOfStrips(tif), 1, 1);
+    const auto tileWidth = CIA::TIFFGetField<uint32_t>(tif, TIFFTAG_TILEWIDTH);
+    const auto tileHeight = CIA::TIFFGetField<uint32_t>(tif, TIFFTAG_TILELENGTH);
+    ZEL_ASSERT(tileWidth == tileWidthOfImage && tileHeight == tileHeightOfImage);
+    ZEL_ASSERT(tileWidth != 0 && tileHeight != 0);
+    return std::make_unique<CZelTiffFrameTiles>(frame, NumOfSteps(width, tileWidth), NumOfSteps(height, tileHeight),
+                                                tileWidth, tileHeight);
+}
+
+} // namespace Zel

@@ -1,0 +1,65 @@
+#pragma once
+#include "CommonImageAccess/ImgDocFileUnit.h"
+#include "CommonImageAccess/TiffAccess.h"
+#include "ZelLoader/Store/KorHeaders.h"
+#include "ZelLoader/Store/KorTile.h"
+
+#include <vector>
+
+namespace Zel
+{
+
+class CZelMultiDimImage;
+
+/// The tile store of one stack: the file beside the document that holds all its pixels. Opening it brings in everything
+/// but the pixels. There are two kinds, a binary file and a TIFF; above this class they look the same.
+class CKorFile : public CImgDocFileUnit
+{
+public:
+    /// Usable only when errno is 0 afterwards; a store that breaks a rule ends in an exception.
+    CKorFile(const std::wstring& fileName, bool strictMode, CZelMultiDimImage& image, bool isOmeTiff);
+
+    /// True for a TIFF store.
+    bool IsOmeType() const { return _IsOmeTiff; }
+    /// Of a binary store.
+    const CKorAdditionalHeader& AdditionalHeader() const { return KorAdditionalHeader; }
+    uint32_t TilePixelWidth() const { return KorAdditionalHeader.TilePixelWidth(); }
+    uint32_t TilePixelHeight() const { return KorAdditionalHeader.TilePixelHeight(); }
+    /// Every tile record, in file order. The records do not move while the store is open.
+    const std::vector<CKorTile>& KorTiles() const { return _KorTiles; }
+    /// The number of the record behind this one in the walk over the file; the number of records when there is none.
+    uint32_t NextTileOnDisk(uint32_t tileNumber) const;
+    /// The directory of a TIFF store that holds a tile; 0 in a binary store.
+    uint16_t TiffIfdOf(uint32_t tileNumber) const;
+
+    /// A TIFF store as libtiff reads it; null when it does not.
+    TIFF* TiffFilePtr() { return _AsTiff.TiffFilePtr(); }
+    TIFF* AssertedTiffFilePtr();
+    /// The same, standing on a directory.
+    TIFF* TiffFilePtrSetTo(uint32_t directory);
+
+protected:
+    bool ReadFileHeader() override;
+    bool ReadFileMetaData() override;
+
+private:
+    bool ReadAdditionalHeader();
+    uint32_t ExpectedNumOfElesInKorTileIdx();
+    std::vector<uint32_t> IndexesInDecompressedKorTileIdxToCopyTo();
+    bool ReadUsedChunks();
+    CKorTile ReadUsedChunk(const Byte* record, const std::vector<uint32_t>& indexesToCopyTo) const;
+    void UpdateMaxTileDimIndexes(const CKorTile& korTile);
+    bool ValidateImgDimCountAgainstMaxTileIndexes();
+    uint32_t MaxIdxOf(DimensionType::E type) const;
+    void LogDimCountThatDoesNotFit(DimensionType::E type, uint32_t numOfPoints, uint32_t maxIdx);
+
+    CDecompressedKorTileIdx MaxKorTileDimIndexes;
+    const bool _IsOmeTiff;
+    CZelMultiDimImage& MultiDimImg;
+    CKorVolumeHeader KorVolumeHeader;
+    CKorAdditionalHeader KorAdditionalHeader;
+    std::vector<CKorTile> _KorTiles;
+    CTiffImageDoc _AsTiff;
+};
+
+} // namespace Zel

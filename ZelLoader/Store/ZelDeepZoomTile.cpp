@@ -1,0 +1,87 @@
+#include "ZelLoader/Store/ZelDeepZoomTile.h"
+
+#include "CommonImageAccess/PixelFormat.h"
+#include "CommonUtil/Assertion.h"
+#include "CommonUtil/Numbers.h"
+#include "ZelLoader/Images/ZelFrame.h"
+#include "ZelLoader/Store/KorFile.h"
+
+namespace Zel
+{
+
+CZelDeepZoomTile::CZelDeepZoomTile(CKorFile& korFile, uint32_t tileNumber, CZelFrame& frame,
+                                   CDeepZoomPyramidLevel& level)
+    : CDeepZoomTile(frame, level, korFile.KorTiles()[tileNumber].Idx.ColIdx, korFile.KorTiles()[tileNumber].Idx.RowIdx),
+      _KorFile(korFile), _TileNumber(tileNumber)
+{
+}
+
+const CKorTile& CZelDeepZoomTile::MetaData() const
+{
+    return _KorFile.KorTiles()[_TileNumber];
+}
+
+CDeepZoomTile* CZelDeepZoomTile::NextTileOnDisk()
+{
+    const CFrames& frames = ParentFrame().ParentMultiDimImg().Frames();
+    const auto& korTiles = _KorFile.KorTiles();
+    for (uint32_t number = _KorFile.NextTileOnDisk(_TileNumber); number < korTiles.size();
+         number = _KorFile.NextTileOnDisk(number))
+    {
+        const CDecompressedKorTileIdx& idx = korTiles[number].Idx;
+        const auto frame = frames.find(idx.FrameIdx());
+        ZEL_ASSERT(frame != frames.end());
+        auto* tile = static_cast<CZelDeepZoomTile*>(frame->second->DeepZoomTiles().Find(idx.TileIdx()));
+        ZEL_ASSERT(tile);
+        if (tile->TileNumber() == number) // else the record repeats the position of one before it
+            return tile;
+    }
+    return nullptr;
+}
+
+bool CZelDeepZoomTile::PixelBuf_rValidated(CByteArray& buf, const CPixelRect& r)
+{
+    return PartialTileNeedsToBeRead(r) ? ReadPartOfTile(buf, r) : ReadWholeTile(buf);
+}
+
+bool CZelDeepZoomTile::ReadWholeTile(CByteArray& buf)
+{
+    const uint32_t sizeOffered = buf.Size;
+    buf.Size = MetaData().BlockSize;
+    if (!buf.Arr || buf.Size > sizeOffered)
+        return true;
+    return _KorFile.ReadData(buf.Arr, buf.Size, MetaData().BlockOffset);
+}
+
+uint32_t CZelDeepZoomTile::NumOfBytesPerPixel()
+{
+    CPixelFormat* pixelFormat = Channel().PixelFormat();
+    ZEL_ASSERT(pixelFormat);
+    const uint32_t numOfBytes = pixelFormat->NumOfBytes();
+    ZEL_ASSERT(numOfBytes != 0xFFFFFFFF);
+    return numOfBytes;
+}
+
+bool CZelDeepZoomTile::ReadPartOfTile(CByteArray& buf, const CPixelRect& r)
+{
+    const uint32_t sizeOffered = buf.Size;
+    const uint64_t b = NumOfBytesPerPixel();
+    const uint64_t sizeOfTileRow = PixelWidth() * b;
+    const uint32_t sizeOfRow = ToUint32WithCheck(r.Width() * b);
+    buf.Size = ToUint32WithCheck(uint64_t{sizeOfRow} * r.Height());
+    if (!buf.Arr || buf.Size > sizeOffered)
+        return true;
+    uint64_t end = 0; // of the rows in the file: no sum on the way there may wrap
+    const uint64_t firstByte = MetaData().BlockOffset + r.X() * b;
+    ZEL_ASSERT(firstByte >= MetaData().BlockOffset);
+    ZEL_ASSERT(!__builtin_mul_overflow(sizeOfTileRow, uint64_t{r.Y()} + r.Height(), &end) &&
+               !__builtin_add_overflow(end, firstByte, &end));
+    uint64_t offset = firstByte + sizeOfTileRow * r.Y();
+    Byte* row = buf.Arr;
+    for (uint32_t i = 0; i < r.Height(); ++i, offset += sizeOfTileRow, row += sizeOfRow)
+        if (!_KorFile.ReadData(row, sizeOfRow, offset))
+            return false;
+    return true;
+}
+
+} // namespace Zel

@@ -1,0 +1,34 @@
+#pragma once
+#include "CommonImageAccess/DeepZoomTile.h"
+#include "ZelLoader/Store/KorTile.h"
+
+namespace Zel
+{
+
+class CKorFile;
+class CZelFrame;
+
+/// A tile that lies in a tile store.
+class CZelDeepZoomTile : public CDeepZoomTile
+{
+public:
+    /// The tile of the store's record with that number; all of them outlive the tile.
+    CZelDeepZoomTile(CKorFile& korFile, uint32_t tileNumber, CZelFrame& frame, CDeepZoomPyramidLevel& level);
+
+    uint32_t TileNumber() const { return _TileNumber; }
+    CDeepZoomTile* NextTileOnDisk() override;
+
+protected:
+    bool PixelBuf_rValidated(CByteArray& buf, const CPixelRect& r) override;
+
+private:
+    const CKorTile& MetaData() const;
+    bool ReadWholeTile(CByteArray& buf);
+    bool ReadPartOfTile(CByteArray& buf, const CPixelRect& r);
+    uint32_t NumOfBytesPerPixel();
+
+    CKorFile& _KorFile;
+    const uint32_t _TileNumber;
+};
+
+} // namespace Zel

@@ -1,0 +1,53 @@
+#pragma once
+#include "CommonImageAccess/ImgDoc.h"
+#include "CommonImageAccess/TiffAccess.h"
+#include "ZelLoader/Catalogue/ZELFormat.h"
+#include "ZelLoader/TagTree/ZelTagTreeReader.h"
+
+#include <memory>
+#include <vector>
+
+namespace Zel
+{
+
+using namespace CIA;
+using namespace CommonUtil;
+
+/// An opened document of this format: a file shaped like a TIFF, whose private tag tree begins behind the 8 bytes of
+/// the TIFF header. The tree is read whole by the constructor and stays as it is for the life of the document.
+class CZelImgDoc : public CImgDoc
+{
+public:
+    /// Usable only when errno is 0 afterwards; a tree that breaks a rule ends in an exception.
+    CZelImgDoc(const wchar_t* fileName, bool strictMode);
+
+    ImgDocFormat Format() override { return eZel; }
+
+    /// The root of the metadata; asserts that it has been read.
+    CZelImgDocMetaData& MetaData();
+    /// The image collection; asserts that there is one.
+    CZelMetaDataForImgColl& ImgColl();
+    CZelTagTreeReader& TagTree() { return _TagTree; }
+    /// The stack IDs of the images that the display process flow shows, in display order; one that is shown several
+    /// times is there as often.
+    const std::vector<int32_t>& VisibleLayers() const { return vecVisibleLayers; }
+    /// The file as a TIFF, opened at the first need. Null when libtiff does not take it; the next call tries again.
+    TIFF* AsTiffFilePtr() { return _AsTiff.TiffFilePtr(); }
+
+protected:
+    bool ReadFileHeader() override;
+    bool ReadFileMetaData() override;
+    bool MultiDimImages_init(CMultiDimImages& varToInit) override;
+
+private:
+    bool AreStackIDsUnique();
+    void InitializeVisibleDiplayLayersList(const std::vector<int32_t>& vecUnOrderedLayers);
+
+    std::vector<int32_t> vecVisibleLayers;
+    CZelTagTreeReader _TagTree;
+    std::unique_ptr<CZelDataFieldForVolume> RootNode;
+    std::unique_ptr<CZelImgDocMetaData> _MetaData; ///< refers to nodes of RootNode's tree
+    CTiffImageDoc _AsTiff;
+};
+
+} // namespace Zel
