@@ -2,7 +2,7 @@
 #include "CommonUtil/Log.h"
 #include "CommonUtil/Mutex.h"
 #include "CommonUtil/PlatformCalls.h"
-#include "CommonUtil/Text.h"
+#include "PlatformAbstractionLayer/Files.h"
 #include "PlatformAbstractionLayer/InternalErrors.h"
 
 #include <algorithm>
@@ -65,12 +65,6 @@ int direntCompare(const dirent** left, const dirent** right)
     return std::strcmp((*left)->d_name, (*right)->d_name);
 }
 
-bool IsFolder(const std::string& name)
-{
-    struct stat status = {};
-    return stat(name.c_str(), &status) == 0 && S_ISDIR(status.st_mode);
-}
-
 std::vector<std::string> MatchesIn(const std::string& folder)
 {
     dirent** entries = nullptr;
@@ -103,7 +97,7 @@ bool HandOutNext(CListing& listing, WIN32_FIND_DATA& found)
 {
     const CommonUtil::CErrnoKeeper errnoKeeper; // a link that leads nowhere is an entry as good as any other
     const std::string& name = listing.Names[listing.NextName++];
-    const std::wstring wideName = CommonUtil::FileNameWithoutPath(Utf8ToUtf16(name));
+    const std::wstring wideName = Utf8ToUtf16(name);
     if (wideName.size() >= std::size(found.cFileName))
     {
         LogInternalError();

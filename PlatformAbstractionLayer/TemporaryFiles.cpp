@@ -1,22 +1,20 @@
 #include "PlatformAbstractionLayer/TemporaryFiles.h"
 
+#include "CommonUtil/Mutex.h"
 #include "CommonUtil/PlatformCalls.h"
+#include "PlatformAbstractionLayer/Files.h"
 #include "PlatformAbstractionLayer/InternalErrors.h"
 
 #include <cerrno>
+#include <cstdlib>
 #include <cwchar>
 #include <sys/stat.h>
+#include <unistd.h>
 
 namespace
 {
 
 constexpr const char* TemporaryFolder = "/var/tmp/";
-
-bool IsFolder(const std::string& name)
-{
-    struct stat status = {};
-    return stat(name.c_str(), &status) == 0 && S_ISDIR(status.st_mode);
-}
 
 /// Two threads may make the folder at the same time, so what counts is what stands there afterwards.
 bool MakeFolder(const std::string& folder)
@@ -41,4 +39,24 @@ uint32_t MakeAndNameFolder(const std::string& folder, uint32_t maxSize, wchar_t*
 uint32_t GetTempPath(uint32_t maxSize, wchar_t* wTempPath)
 {
     return MakeAndNameFolder(std::string(TemporaryFolder) + "/.temp", maxSize, wTempPath);
+}
+
+uint32_t GetTempFileName(const wchar_t* path, const wchar_t* prefix, uint32_t unique, wchar_t* result)
+{
+    static CommonUtil::CMyMutex mutex;
+    const CommonUtil::CLock lock(mutex);
+    constexpr int LengthOfSuffix = 4;
+    std::string name = path && prefix ? Utf16ToUtf8(path) + "/" + Utf16ToUtf8(prefix) + "XXXXXX.tmp" : "";
+    if (name.empty() || name.size() > MaxLengthOfTempFileName || unique != 0 || !result)
+    {
+        LogInternalError();
+        return 0;
+    }
+    const int file = mkstemps(name.data(), LengthOfSuffix);
+    if (file < 0)
+        return 0;
+    close(file);
+    const std::wstring wideName = Utf8ToUtf16(name);
+    std::wmemcpy(result, wideName.c_str(), wideName.size() + 1);
+    return 1;
 }

@@ -1,6 +1,11 @@
 
-#include "CommonUtil/PlatformCalls.h"
+#include "PlatformAbstractionLayer/TextConversion.h"
 
+#include "CommonUtil/PlatformCalls.h"
+#include "PlatformAbstractionLayer/SizedResult.h"
+
+#include <limits>
+#include <optional>
 #include <string_view>
 
 // Converters of our own, since those of the C library depend on the locale that the host has chosen.
@@ -108,6 +113,31 @@ void AppendUtf8(std::string& text, char32_t codePoint)
     }
 }
 
+/// The source of a Win32-shaped call; null when its size makes no sense.
+template <typename Char>
+std::optional<std::basic_string<Char>> SourceOf(uint32_t codePage, const Char* text, int textSize)
+{
+    if ((codePage != CP_ACP && codePage != CP_UTF8) || !text || textSize < -1 || textSize == 0)
+        return std::nullopt;
+    const size_t size = textSize == -1 ? std::char_traits<Char>::length(text) + 1 : static_cast<size_t>(textSize);
+    return std::basic_string<Char>(text, size);
+}
+
+/// Writes the result of a Win32-shaped call and tells its size, as those calls do.
+template <typename Char>
+int Fill(const std::basic_string<Char>& converted, Char* result, int resultSize)
+{
+    if (converted.size() > static_cast<size_t>(std::numeric_limits<int>::max()) || resultSize < 0)
+        return 0;
+    const int size = static_cast<int>(converted.size());
+    if (resultSize == 0)
+        return size;
+    if (!result || size > resultSize)
+        return 0;
+    std::copy(converted.begin(), converted.end(), result);
+    return size;
+}
+
 } // namespace
 
 std::wstring Utf8ToUtf16(const std::string& utf8)
@@ -134,6 +164,36 @@ std::string Utf16ToUtf8(const std::wstring& wide)
         rest.remove_prefix(codePoint.NumOfUnits);
     }
     return utf8;
+}
+
+int MultiByteToWideChar(uint32_t codePage, uint32_t, const char* text, int textSize, wchar_t* result, int resultSize)
+{
+    const auto source = SourceOf(codePage, text, textSize);
+    return source ? Fill(Utf8ToUtf16(*source), result, resultSize) : 0;
+}
+
+int WideCharToMultiByte(uint32_t codePage, uint32_t, const wchar_t* text, int textSize, char* result, int resultSize,
+                        const char*, int*)
+{
+    const auto source = SourceOf(codePage, text, textSize);
+    return source ? Fill(Utf16ToUtf8(*source), result, resultSize) : 0;
+}
+
+int PAL_ConvertToUnicode(const char* text, wchar_t* result, uint32_t resultSize, uint32_t* sizeFilledOrNeeded)
+{
+    if (!text)
+        return PAL_RESULT_FAILURE;
+    const std::wstring wide = Utf8ToUtf16(text);
+    return FillOrTellSizeAlone(std::wstring_view(wide.c_str(), wide.size() + 1), result, resultSize,
+                               sizeFilledOrNeeded);
+}
+
+int PAL_ConvertFromUnicode(const wchar_t* text, char* result, uint32_t resultSize, uint32_t* sizeFilledOrNeeded)
+{
+    if (!text)
+        return PAL_RESULT_FAILURE;
+    const std::string utf8 = Utf16ToUtf8(text);
+    return FillOrTellSizeAlone(std::string_view(utf8.c_str(), utf8.size() + 1), result, resultSize, sizeFilledOrNeeded);
 }
 
 const wchar_t* PAL_fmt_return_scstr(const wchar_t* format, std::wstring& holder)
