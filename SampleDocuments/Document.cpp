@@ -1,8 +1,7 @@
 #include "SampleDocuments/Document.h"
 
 #include "SampleDocuments/StackTree.h"
-
-#include <algorithm>
+#include "SampleDocuments/TiffWriter.h"
 
 namespace SampleDocuments
 {
@@ -160,6 +159,39 @@ CNode Document::DisplayFlow() const
     return flow;
 }
 
+CNode Document::OldProperties() const
+{
+    CNode old = SampleDocuments::Volume(2);
+    if (_PersistentId)
+        old.Add(Text(50, *_PersistentId));
+    if (_OldThumbnail)
+        old.Add(ThumbnailNode(*_OldThumbnail));
+    return old;
+}
+
+void Document::AddStacks(CNode& collection, std::vector<CTiffDirectory>& directories) const
+{
+    std::map<const Stack*, uint32_t> firstDirectories;
+    for (const Stack& stack : _Stacks)
+    {
+        if (IsWrittenByLibTiff(stack) || stack.Plan().Storage != StackStorage::InDocument)
+            continue;
+        firstDirectories[&stack] = static_cast<uint32_t>(directories.size());
+        for (CTiffDirectory& directory : DirectoriesOf(stack))
+            directories.push_back(std::move(directory));
+    }
+    // Those that libtiff writes are appended when the document is there.
+    auto next = static_cast<uint32_t>(directories.size());
+    for (const Stack& stack : _Stacks)
+        if (stack.Plan().Storage == StackStorage::InDocument && IsWrittenByLibTiff(stack))
+        {
+            firstDirectories[&stack] = next;
+            next += static_cast<uint32_t>(stack.FrameNodes().size());
+        }
+    for (const Stack& stack : _Stacks)
+        collection.Add(TreeOf(stack, firstDirectories[&stack]));
+}
+
 CDocumentFile& Document::File()
 {
     if (_File)
@@ -179,22 +211,10 @@ CDocumentFile& Document::File()
     }
     if (_HasDisplayFlow)
         collection.Add(DisplayFlow());
-    for (const Stack& stack : _Stacks)
-    {
-        collection.Add(TreeOf(stack, static_cast<uint32_t>(file.Directories.size())));
-        for (CTiffDirectory& directory : DirectoriesOf(stack))
-            file.Directories.push_back(std::move(directory));
-    }
+    AddStacks(collection, file.Directories);
     file.Root.Add(std::move(collection));
     if (_PersistentId || _OldThumbnail)
-    {
-        CNode old = SampleDocuments::Volume(2);
-        if (_PersistentId)
-            old.Add(Text(50, *_PersistentId));
-        if (_OldThumbnail)
-            old.Add(ThumbnailNode(*_OldThumbnail));
-        file.Root.Add(std::move(old));
-    }
+        file.Root.Add(OldProperties());
     return _File.emplace(std::move(file));
 }
 
@@ -205,27 +225,50 @@ ByteString Document::ToBytes()
 
 std::filesystem::path Document::StorePath(const std::filesystem::path& document, uint32_t stackId) const
 {
+    const CStackPlan& plan = StackOf(stackId).Plan();
+    const char* usual = plan.Storage == StackStorage::TiffStore ? "frame_t.tif" : "frame_t.kor";
     return document.parent_path() / ("_" + document.stem().string() + "_") / ("stack" + std::to_string(stackId)) /
-           StackOf(stackId).Plan().StoreName.value_or("frame_t.kor");
+           plan.StoreName.value_or(usual);
+}
+
+void Document::WriteStore(const Stack& stack, const std::filesystem::path& path) const
+{
+    const auto store = _Stores.find(stack.Id());
+    const auto tiffStore = _TiffStores.find(stack.Id());
+    if (store != _Stores.end())
+        store->second.WriteTo(path);
+    else if (tiffStore != _TiffStores.end())
+        WriteFile(path, TiffFileOf(tiffStore->second));
+    else if (IsWrittenByLibTiff(stack))
+        WriteTiffStore(stack, path);
+    else if (stack.Plan().Storage == StackStorage::TiffStore)
+        WriteFile(path, TiffFileOf(DirectoriesOf(stack)));
+    else if (stack.Plan().ChunkListBeforeBodies)
+        StoreOf(stack).WriteTo(path);
+    else
+        StreamStore(stack, path);
 }
 
 std::filesystem::path Document::WriteTo(const std::filesystem::path& path)
 {
     for (const Stack& stack : _Stacks)
-    {
-        const CStackPlan& plan = stack.Plan();
-        if (plan.Storage != StackStorage::BinaryStore || !plan.IsStoreWritten)
-            continue;
-        const auto made = _Stores.find(stack.Id());
-        if (made != _Stores.end())
-            made->second.WriteTo(StorePath(path, stack.Id()));
-        else if (plan.ChunkListBeforeBodies)
-            StoreOf(stack).WriteTo(StorePath(path, stack.Id()));
-        else
-            StreamStore(stack, StorePath(path, stack.Id()));
-    }
+        if (stack.Plan().IsStoreWritten &&
+            (stack.Plan().Storage == StackStorage::BinaryStore || stack.Plan().Storage == StackStorage::TiffStore))
+            WriteStore(stack, StorePath(path, stack.Id()));
     // The document comes last, so that there is none if a store could not be written.
     WriteFile(path, ToBytes());
+    try
+    {
+        for (const Stack& stack : _Stacks)
+            if (stack.Plan().Storage == StackStorage::InDocument && IsWrittenByLibTiff(stack))
+                AppendToDocument(stack, path);
+    }
+    catch (...)
+    {
+        std::error_code error;
+        std::filesystem::remove(path, error);
+        throw;
+    }
     return path;
 }
 

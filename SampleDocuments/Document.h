@@ -80,6 +80,7 @@ public:
     CNode& ChannelVolume(uint32_t stackId, size_t n);           ///< the nth 2008 of its channel dimension
     CNode& DisplayLayer(size_t n);                              ///< the nth 2012
     CTileStore& Store(uint32_t stackId);                        ///< made in memory by the first call
+    std::vector<CTiffDirectory>& TiffStore(uint32_t stackId);   ///< the same for a TIFF store, written by hand then
     CDocumentFile& File();                                      ///< header, root, TIFF directories, tail
     const Stack& StackOf(uint32_t stackId) const;
     const std::vector<Stack>& Stacks() const { return _Stacks; }
@@ -101,6 +102,9 @@ public:
 private:
     void ThrowIfBuilt() const;
     CNode DisplayFlow() const;
+    CNode OldProperties() const;
+    void AddStacks(CNode& collection, std::vector<CTiffDirectory>& directories) const;
+    void WriteStore(const Stack& stack, const std::filesystem::path& path) const;
 
     std::vector<Stack> _Stacks;
     std::vector<uint32_t> _VersionNumber = {1, 1};
@@ -114,6 +118,7 @@ private:
     bool _HasFirstDirectory = true;
     std::optional<CDocumentFile> _File;
     std::map<uint32_t, CTileStore> _Stores;
+    std::map<uint32_t, std::vector<CTiffDirectory>> _TiffStores;
 };
 
 } // namespace SampleDocuments

@@ -59,6 +59,13 @@ CTileStore& Document::Store(uint32_t stackId)
     return made != _Stores.end() ? made->second : _Stores.emplace(stackId, StoreOf(StackOf(stackId))).first->second;
 }
 
+std::vector<CTiffDirectory>& Document::TiffStore(uint32_t stackId)
+{
+    const auto made = _TiffStores.find(stackId);
+    return made != _TiffStores.end() ? made->second
+                                     : _TiffStores.emplace(stackId, DirectoriesOf(StackOf(stackId))).first->second;
+}
+
 size_t Document::Bytes()
 {
     return File().ToBytes().size();

@@ -145,6 +145,7 @@ public:
     CNode(uint32_t tag, uint32_t code, ByteString value);
 
     uint32_t Tag() const { return _Tag; }
+    std::optional<uint32_t> SecondTag() const { return _SecondTag; }
     bool IsVolume() const { return _IsVolume; }
     const ByteString& Value() const { return _Value; }
 

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <memory>
+#include <tiff.h>
 
 namespace SampleDocuments
 {
@@ -25,13 +26,14 @@ public:
     {
     }
 
-    ByteString Bytes(const CTilePlace& place)
+    CPicture Pixels(const CTilePlace& place)
     {
         const CWindow window = WindowOf(place);
-        const CPicture tile = PlaneOf(place).Window(window.X, window.Y, _Options.TileWidth, _Options.TileHeight,
-                                                    window.VisibleWidth, window.VisibleHeight, Background());
-        return Encode(tile, EncodingOf(_Stack.Plan().Pixels));
+        return PlaneOf(place).Window(window.X, window.Y, window.Width, window.Height, window.VisibleWidth,
+                                     window.VisibleHeight, Background());
     }
+
+    ByteString Bytes(const CTilePlace& place) { return Encode(Pixels(place), EncodingOf(_Stack.Plan().Pixels)); }
 
     /// Tiles that show the same part of the same frame have the same key.
     uint64_t Key(const CTilePlace& place)
@@ -55,6 +57,8 @@ private:
     {
         uint32_t X;
         uint32_t Y;
+        uint32_t Width;
+        uint32_t Height;
         uint32_t VisibleWidth;
         uint32_t VisibleHeight;
     };
@@ -67,11 +71,15 @@ private:
 
     CWindow WindowOf(const CTilePlace& place) const
     {
-        const uint32_t x = static_cast<uint32_t>(place.Column) * _Options.TileWidth;
-        const uint32_t y = static_cast<uint32_t>(place.Row) * _Options.TileHeight;
+        const CTileRegion region = _Stack.RegionOf(place);
+        const auto x = static_cast<uint32_t>(region.X), y = static_cast<uint32_t>(region.Y);
         const uint32_t width = _Stack.LevelWidth(place.Level), height = _Stack.LevelHeight(place.Level);
-        return {x, y, std::min(width - std::min(x, width), _Options.TileWidth),
-                std::min(height - std::min(y, height), _Options.TileHeight)};
+        return {x,
+                y,
+                region.Width,
+                region.Height,
+                std::min(width - std::min(x, width), region.Width),
+                std::min(height - std::min(y, height), region.Height)};
     }
 
     const CMirroredPlane& PlaneOf(const CTilePlace& place)
@@ -95,6 +103,31 @@ private:
     std::map<std::array<uint32_t, 9>, uint64_t> _Keys;
 };
 
+void CheckSide(const CPicture& picture, const CSlideOptions& options)
+{
+    const uint64_t side = uint64_t{std::max(picture.Width(), picture.Height())} * options.Grow;
+    if (side > LargestSide)
+        throw CSampleError("slide: " + std::to_string(side) +
+                           " pixels are more than a document can tell; grow it less");
+}
+
+/// What readers of a document's own directories rely on.
+void CheckInDocument(const CPicture& picture, const CSlideOptions& options)
+{
+    if (options.NumOfLevels.value_or(1) != 1)
+        throw CSampleError("slide: a stack in the document has one level");
+    const bool isTiled = options.RowsPerStrip == 0;
+    if (isTiled && options.Compression == StoreCompression::Jpeg)
+        throw CSampleError("slide: JPEG in the document takes one strip, not tiles");
+    if (isTiled && (uint64_t{picture.Width()} * options.Grow > options.TileWidth ||
+                    uint64_t{picture.Height()} * options.Grow > options.TileHeight))
+        throw CSampleError("slide: a tiled directory of the document has one tile; make it as large as the picture, "
+                           "or take strips");
+    if (options.Compression == StoreCompression::Jpeg && !isTiled &&
+        options.RowsPerStrip < uint64_t{picture.Height()} * options.Grow)
+        throw CSampleError("slide: JPEG in the document takes one strip; make it as high as the picture");
+}
+
 void CheckOptions(const CPicture& picture, const CSlideOptions& options)
 {
     if (picture.Width() == 0 || picture.Height() == 0)
@@ -108,10 +141,18 @@ void CheckOptions(const CPicture& picture, const CSlideOptions& options)
     if (options.Bits == 16 &&
         (options.Compression == StoreCompression::Jpeg || options.Compression == StoreCompression::Bmp))
         throw CSampleError("slide: JPEG and BMP tiles hold 8 bits; take raw, j2k or png for 16");
-    const uint64_t side = uint64_t{std::max(picture.Width(), picture.Height())} * options.Grow;
-    if (side > LargestSide)
-        throw CSampleError("slide: " + std::to_string(side) +
-                           " pixels are more than a document can tell; grow it less");
+    if (options.Storage == StackStorage::BinaryStore)
+        return CheckSide(picture, options);
+    if (options.Compression == StoreCompression::Png || options.Compression == StoreCompression::Bmp)
+        throw CSampleError("slide: TIFF holds raw, jpeg and j2k, neither PNG nor BMP");
+    if (options.RowsPerStrip == 0 && (options.TileWidth % 16 != 0 || options.TileHeight % 16 != 0))
+        throw CSampleError("slide: the sides of tiles in TIFF are multiples of 16");
+    if (options.Storage == StackStorage::InDocument)
+        CheckInDocument(picture, options);
+    else if (!options.HasXml &&
+             uint64_t{options.NumOfZ} * options.NumOfT * options.NumOfLambdas * options.NumOfChannels > 1)
+        throw CSampleError("slide: a TIFF store without XML has one frame");
+    CheckSide(picture, options);
 }
 
 /// Down to the level that fits one tile.
@@ -128,6 +169,9 @@ void DescribePixels(Stack& stack, const CSlideOptions& options, uint16_t samples
     stack.Raw(options.Bits == 16 ? ComponentType::Uint16 : ComponentType::Uint8, samples)
         .Compression(options.Compression)
         .Quality(options.Quality);
+    stack.TiffCompression(options.Compression == StoreCompression::Jpeg  ? COMPRESSION_JPEG
+                          : options.Compression == StoreCompression::J2k ? COMPRESSION_JP2000
+                                                                         : COMPRESSION_NONE);
     if (samples == 3 && options.IsBgr)
         stack.ComponentOrder(ComponentOrder::Bgr);
 }
@@ -155,7 +199,12 @@ Stack StackFromPicture(const std::shared_ptr<const CPicture>& picture, const CSl
     Stack stack(id);
     stack.Size(picture->Width() * options.Grow, picture->Height() * options.Grow)
         .Tiles(options.TileWidth, options.TileHeight);
-    stack.Levels(options.NumOfLevels.value_or(WholePyramid(stack, options)));
+    const bool isInDocument = options.Storage == StackStorage::InDocument;
+    stack.Levels(options.NumOfLevels.value_or(isInDocument ? 1 : WholePyramid(stack, options)));
+    stack.Plan().Storage = options.Storage;
+    stack.Plan().RowsPerStrip = options.RowsPerStrip;
+    stack.Plan().IsBigTiff = options.IsBigTiff;
+    stack.Plan().HasXml = options.HasXml;
     DescribePixels(stack, options, options.NumOfChannels > 1 || options.IsGrey ? uint16_t{1} : picture->Samples());
     DescribeDimensions(stack, options);
     // The stacks lie side by side on the slide, in the micrometres of their scale.
@@ -164,6 +213,8 @@ Stack StackFromPicture(const std::shared_ptr<const CPicture>& picture, const CSl
     const auto cutter = std::make_shared<CTileCutter>(picture, options, stack);
     CTileContents contents;
     contents.Bytes = [cutter](const CTilePlace& place) { return cutter->Bytes(place); };
+    if (options.Storage != StackStorage::BinaryStore)
+        contents.Pixels = [cutter](const CTilePlace& place) { return cutter->Pixels(place); };
     if (options.Grow > 1)
         contents.Key = [cutter](const CTilePlace& place) { return cutter->Key(place); };
     contents.AreSharedBytesCopied = options.HasEachTileItsOwnBytes;

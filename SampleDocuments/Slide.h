@@ -24,6 +24,10 @@ struct CSlideOptions
     uint32_t NumOfLambdas = 1;
     uint32_t NumOfChannels = 1; ///< above 1: grey channels, each of one colour of the picture
     uint32_t NumOfStacks = 1;
+    StackStorage::E Storage = StackStorage::BinaryStore; ///< or TiffStore, or InDocument, which has one level
+    uint32_t RowsPerStrip = 0;                           ///< in TIFF: strips of so many rows; 0: tiles
+    bool IsBigTiff = false;
+    bool HasXml = true;                  ///< of a TIFF store; without, there is one frame
     bool HasEachTileItsOwnBytes = false; ///< false: equal tiles of a grown slide share their bytes in the store
 };
 

@@ -226,6 +226,37 @@ Stack& Stack::InDocument(uint32_t rowsPerStrip)
     return *this;
 }
 
+Stack& Stack::InTiffStore(uint32_t rowsPerStrip)
+{
+    _Plan.Storage = StackStorage::TiffStore;
+    _Plan.RowsPerStrip = rowsPerStrip;
+    return *this;
+}
+
+Stack& Stack::BigTiff()
+{
+    _Plan.IsBigTiff = true;
+    return *this;
+}
+
+Stack& Stack::WithoutXml()
+{
+    _Plan.HasXml = false;
+    return *this;
+}
+
+Stack& Stack::TiffCompression(uint16_t code)
+{
+    _Plan.TiffCompression = code;
+    return *this;
+}
+
+Stack& Stack::JpegTables(ByteString tables)
+{
+    _Plan.JpegTables = std::move(tables);
+    return *this;
+}
+
 Stack& Stack::VectorGraphics()
 {
     _Plan.Storage = StackStorage::VectorGraphics;

@@ -74,6 +74,15 @@ struct CLevelGrid
     Rows RowRange{0, 0};
 };
 
+/// The pixels that a tile or strip stands for, in a level. Edge tiles reach beyond the picture, strips do not.
+struct CTileRegion
+{
+    int64_t X = 0;
+    int64_t Y = 0;
+    uint32_t Width = 0;
+    uint32_t Height = 0;
+};
+
 /// Where a stack keeps its pixels.
 struct StackStorage
 {
@@ -111,15 +120,18 @@ struct CStackPlan
     bool HasFramePropertiesAlways = false; ///< the node is written in each frame, coordinates or not
 
     StackStorage::E Storage = StackStorage::BinaryStore;
-    CStoreVolumeHeader VolumeHeader;
-    CStoreAdditionalHeader Pixels; ///< its tile size is that of this plan
+    CStoreVolumeHeader VolumeHeader; ///< of a binary store, as the next two
+    CStoreAdditionalHeader Pixels;   ///< its tile size is that of this plan
     bool ChunkListBeforeBodies = false;
     std::optional<std::string> StoreName; ///< frame_t.kor or frame_t.tif if not set
     bool IsStoreWritten = true;
     CTileContents Contents; ///< empty: raw pixels in a raw store, labels in any other
     std::function<bool(const CTilePlace&)> IsMissing;
     uint16_t TiffCompression = 1;
-    uint32_t RowsPerStrip = 0; ///< of stacks in the document: 0 for tiled directories
+    ByteString JpegTables;
+    uint32_t RowsPerStrip = 0; ///< of TIFF directories; 0: they are tiled
+    bool IsBigTiff = false;    ///< of a TIFF store
+    bool HasXml = true;        ///< of a TIFF store; without, each directory is a level
 
     std::optional<std::vector<int32_t>> Boundary; ///< {0, 0, Width, Height} if not set
     std::optional<std::vector<int32_t>> Shift = std::vector<int32_t>{0, 0};
@@ -144,6 +156,7 @@ struct CStackPlan
 class Stack
 {
 public:
+    explicit Stack(CStackPlan plan) : _Plan(std::move(plan)) {}
     explicit Stack(uint32_t id)
     {
         _Plan.Id = id;
@@ -191,7 +204,16 @@ public:
     Stack& StoreName(std::string fileName); ///< "frame_t_0.kor" for example
     Stack& WithoutStore();                  ///< the document asks for a store that is not written
     Stack& ChunkListBeforeBodies();
-    Stack& InDocument(uint32_t rowsPerStrip = 0); ///< TIFF directories; 0: of one level of tiles
+    /// In TIFF directories of the document, one to a frame, with strips or, for 0, tiles.
+    Stack& InDocument(uint32_t rowsPerStrip = 0);
+    /// In a TIFF store, with a directory for each level and frame. XML in the first one tells which is which.
+    Stack& InTiffStore(uint32_t rowsPerStrip = 0);
+    Stack& BigTiff();
+    Stack& WithoutXml();
+    /// Compression of the directories: 1 raw, 7 JPEG with tables that stand apart, 34712 JPEG 2000, or any number.
+    Stack& TiffCompression(uint16_t code);
+    Stack& JpegTables(ByteString tables);
+    static constexpr uint32_t OneStrip = 0xFFFFFFFF; ///< rows per strip of a directory that has a single one
     Stack& VectorGraphics();
 
     // Properties.
@@ -221,6 +243,9 @@ public:
     std::vector<CIndexes> FrameNodes() const;        ///< those that have a node of their own, in file order
     std::vector<uint32_t> NumOfPointsPerDim() const; ///< the counts as they are written
     uint32_t BytesPerPixel() const;
+    bool IsStriped() const;
+    CLevelGrid WholeGrid(uint32_t level) const; ///< the tiles, or strips, that cover all of a level
+    CTileRegion RegionOf(const CTilePlace& place) const;
 
     /// The exact bytes that are written for a tile position, there or missing.
     ByteString TileBytes(uint32_t level, int32_t column, int32_t row, CIndexes at = {}) const;

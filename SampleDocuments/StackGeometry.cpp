@@ -8,6 +8,8 @@ namespace SampleDocuments
 namespace
 {
 
+constexpr uint16_t TiffCompressionNone = 1;
+
 uint32_t HalvedUp(uint32_t length, uint32_t times)
 {
     for (; times > 0 && length > 1; --times)
@@ -72,13 +74,19 @@ uint32_t Stack::LevelHeight(uint32_t level) const
     return HalvedUp(_Plan.Height, level);
 }
 
+CLevelGrid Stack::WholeGrid(uint32_t level) const
+{
+    const int32_t lastColumn = IsStriped() ? 0 : LastTile(LevelWidth(level), _Plan.TileWidth);
+    const uint32_t rowHeight = IsStriped() ? _Plan.RowsPerStrip : _Plan.TileHeight;
+    return {level, Columns(0, lastColumn), Rows(0, LastTile(LevelHeight(level), rowHeight))};
+}
+
 std::vector<CLevelGrid> Stack::Grids() const
 {
     std::vector<CLevelGrid> grids = _Plan.Grids;
     if (grids.empty())
         for (uint32_t level = 0; level < _Plan.NumOfLevels; ++level)
-            grids.push_back({level, Columns(0, LastTile(LevelWidth(level), _Plan.TileWidth)),
-                             Rows(0, LastTile(LevelHeight(level), _Plan.TileHeight))});
+            grids.push_back(WholeGrid(level));
     std::stable_sort(grids.begin(), grids.end(),
                      [](const CLevelGrid& a, const CLevelGrid& b) { return a.Level < b.Level; });
     return grids;
@@ -110,6 +118,22 @@ uint32_t Stack::BytesPerPixel() const
     return _Plan.Pixels.ComponentCount * BytesOfComponent(_Plan.Pixels.ComponentType);
 }
 
+bool Stack::IsStriped() const
+{
+    return _Plan.RowsPerStrip != 0 &&
+           (_Plan.Storage == StackStorage::InDocument || _Plan.Storage == StackStorage::TiffStore);
+}
+
+CTileRegion Stack::RegionOf(const CTilePlace& place) const
+{
+    if (!IsStriped())
+        return {int64_t{place.Column} * _Plan.TileWidth, int64_t{place.Row} * _Plan.TileHeight, _Plan.TileWidth,
+                _Plan.TileHeight};
+    const uint32_t height = LevelHeight(place.Level);
+    const int64_t above = std::min<int64_t>(int64_t{place.Row} * _Plan.RowsPerStrip, height);
+    return {0, above, LevelWidth(place.Level), std::min(_Plan.RowsPerStrip, static_cast<uint32_t>(height - above))};
+}
+
 ByteString Stack::TileBytes(uint32_t level, int32_t column, int32_t row, CIndexes at) const
 {
     return TileBytes({level, column, row, at});
@@ -121,7 +145,7 @@ ByteString Stack::TileBytes(const CTilePlace& place) const
         return _Plan.Contents.Bytes(place);
     const bool isRaw = _Plan.Storage == StackStorage::BinaryStore
                            ? _Plan.Pixels.CompressionFormat == StoreCompression::Raw
-                           : _Plan.TiffCompression == 1;
+                           : _Plan.TiffCompression == TiffCompressionNone;
     return (isRaw ? PixelsOf(_Plan) : Labels(_Plan.Id)).Bytes(place);
 }
 

@@ -171,31 +171,4 @@ CNode TreeOf(const Stack& stack, uint32_t firstDirectory)
     return node;
 }
 
-std::vector<CTiffDirectory> DirectoriesOf(const Stack& stack)
-{
-    const CStackPlan& plan = stack.Plan();
-    std::vector<CTiffDirectory> directories;
-    if (plan.Storage != StackStorage::InDocument)
-        return directories;
-    for (const CIndexes& at : stack.FrameNodes())
-    {
-        CTiffDirectory directory(plan.Width, plan.Height);
-        directory.Bits(static_cast<uint16_t>(8 * BytesOfComponent(plan.Pixels.ComponentType)))
-            .Samples(static_cast<uint16_t>(plan.Pixels.ComponentCount))
-            .Compression(plan.TiffCompression);
-        const bool isTiled = plan.RowsPerStrip == 0;
-        if (isTiled)
-            directory.Tiles(plan.TileWidth, plan.TileHeight);
-        else
-            directory.Strips(plan.RowsPerStrip);
-        const auto columns = static_cast<int32_t>(isTiled ? (plan.Width + plan.TileWidth - 1) / plan.TileWidth : 1);
-        std::vector<ByteString> data;
-        for (size_t i = 0; i < directory.NumOfStripsOrTiles(); ++i)
-            data.push_back(
-                stack.TileBytes(0, static_cast<int32_t>(i) % columns, static_cast<int32_t>(i) / columns, at));
-        directories.push_back(directory.Data(std::move(data)));
-    }
-    return directories;
-}
-
 } // namespace SampleDocuments

@@ -10,8 +10,16 @@ namespace SampleDocuments
 /// TIFF directory that the first frame refers to, if the stack lies in the document.
 CNode TreeOf(const Stack& stack, uint32_t firstDirectory);
 
-/// The TIFF directories of a stack that lies in the document, one to a frame; else none.
+/// The TIFF directories of a stack: one to a frame if it lies in the document, one to a level and frame in a TIFF store
+/// (the XML in the first), else none.
 std::vector<CTiffDirectory> DirectoriesOf(const Stack& stack);
+
+/// The XML that tells which directory of a TIFF store is which: an image to a level, in it a plane to each sample of
+/// each frame.
+std::string XmlOf(const Stack& stack);
+
+/// The frames of a TIFF file with the tiles or strips of each, in the order in which they are written.
+void ForEachDirectory(const Stack& stack, const std::function<void(uint32_t level, const CIndexes& at)>& visit);
 
 /// The header of a stack's store, with the stack's tile size in it.
 CStoreAdditionalHeader AdditionalHeaderOf(const Stack& stack);

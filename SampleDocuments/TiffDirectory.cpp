@@ -306,4 +306,12 @@ uint32_t AppendDirectories(ByteString& bytes, const std::vector<CTiffDirectory>&
     return first;
 }
 
+ByteString TiffFileOf(const std::vector<CTiffDirectory>& directories)
+{
+    ByteString bytes = BytesOf("II*");
+    bytes.resize(8);
+    Patch(bytes, 4, AppendDirectories(bytes, directories));
+    return bytes;
+}
+
 } // namespace SampleDocuments

@@ -99,4 +99,7 @@ private:
 uint32_t AppendDirectories(ByteString& bytes, const std::vector<CTiffDirectory>& directories,
                            std::vector<uint32_t>* offsets = nullptr);
 
+/// A classic TIFF file that holds nothing but these directories.
+ByteString TiffFileOf(const std::vector<CTiffDirectory>& directories);
+
 } // namespace SampleDocuments

@@ -65,17 +65,12 @@ std::string LabelOf(uint32_t stackId, const CTilePlace& place)
 
 CTileContents PixelsOf(const CStackPlan& plan)
 {
-    const size_t bytesPerPixel = plan.Pixels.ComponentCount * BytesOfComponent(plan.Pixels.ComponentType);
-    const bool isStriped = plan.Storage == StackStorage::InDocument && plan.RowsPerStrip != 0;
-    const size_t rowSize = (isStriped ? plan.Width : plan.TileWidth) * bytesPerPixel;
-    const uint32_t rows = isStriped ? std::min(plan.RowsPerStrip, plan.Height) : plan.TileHeight;
     CTileContents contents;
-    contents.Bytes = [=, id = plan.Id, height = plan.Height](const CTilePlace& place)
+    contents.Bytes = [stack = Stack(plan)](const CTilePlace& place)
     {
-        // The last strip of a picture may be lower than the others.
-        const uint32_t above = isStriped ? rows * static_cast<uint32_t>(place.Row) : 0;
-        const uint32_t left = isStriped ? height - std::min(above, height) : rows;
-        return Pattern(LabelOf(id, place), NumberOf(id, place), rowSize * std::min(rows, left));
+        const CTileRegion region = stack.RegionOf(place);
+        return Pattern(LabelOf(stack.Id(), place), NumberOf(stack.Id(), place),
+                       size_t{region.Width} * region.Height * stack.BytesPerPixel());
     };
     return contents;
 }

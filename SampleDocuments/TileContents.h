@@ -1,6 +1,6 @@
 #pragma once
 
-#include "SampleDocuments/Bytes.h"
+#include "SampleDocuments/Picture.h"
 
 #include <functional>
 #include <optional>
@@ -36,6 +36,9 @@ struct CTileContents
     /// The bytes of a tile; the same at every call. Empty: the stack's default.
     std::function<ByteString(const CTilePlace&)> Bytes;
 
+    /// The pixels of a tile, for TIFF files: there the library encodes JPEG, as its tables stand apart from the tiles.
+    std::function<CPicture(const CTilePlace&)> Pixels;
+
     /// Tiles of one key have the same bytes: they are made once, and the records share them. No key: bytes of its own.
     std::function<std::optional<uint64_t>(const CTilePlace&)> Key;
 
@@ -46,7 +49,7 @@ struct CTileContents
     uint32_t HoleSize = 0;
 };
 
-/// Pixels that differ from tile to tile: as many bytes as an uncompressed tile of the stack has.
+/// Pixels that differ from tile to tile: as many bytes as an uncompressed tile, or strip, of the stack has.
 CTileContents PixelsOf(const CStackPlan& plan);
 
 /// A line of text that says which tile it is: "stack 1 level 0 column -1 row 3 Z 0 T 0 L 0 C 1".

@@ -14,6 +14,8 @@ const std::map<std::string, uint32_t> Compressions = {{"raw", StoreCompression::
                                                       {"png", StoreCompression::Png},
                                                       {"bmp", StoreCompression::Bmp}};
 
+const std::set<std::string> Stores = {"kor", "ome-tiff", "tiff", "document"};
+
 constexpr uint32_t LargestTile = 16384;
 constexpr uint32_t MostFrames = 10000;
 
@@ -57,8 +59,18 @@ void Describe(CLI::App& parser, COptions& options)
     addCount("--channels", slide.NumOfChannels, "Channels; above 1 they are grey, each of one colour of the picture");
     addCount("--stacks", slide.NumOfStacks, "Stacks in the document, side by side");
 
+    parser
+        .add_option(
+            "--store", options.Store,
+            "Where the pixels are kept: kor, a binary store; ome-tiff, a TIFF store with XML; tiff, one without; "
+            "document, directories of the document itself, which has one level then")
+        ->type_name("KIND")
+        ->check(CLI::IsMember(Stores))
+        ->capture_default_str()
+        ->group("How it is stored");
     parser.add_option("--tile", options.TileSize, "Width and height of a tile")
         ->expected(2)
+        ->each([&options](const std::string&) { options.IsTileSizeGiven = true; })
         ->type_name("W H")
         ->check(CLI::Range(1u, LargestTile))
         ->capture_default_str()
@@ -83,6 +95,16 @@ void Describe(CLI::App& parser, COptions& options)
         ->check(CLI::IsMember({8, 16}))
         ->capture_default_str()
         ->group("How it is stored");
+    parser
+        .add_option("--strips", options.RowsPerStrip,
+                    "TIFF: strips of N rows in the place of tiles. In a document that is the default, with one strip "
+                    "for jpeg")
+        ->type_name("N")
+        ->check(CLI::Range(1u, 1000000u))
+        ->group("How it is stored");
+    parser.add_flag("--one-strip", options.IsOneStrip, "TIFF: one strip for each directory")->group("How it is stored");
+    parser.add_flag("--bigtiff", slide.IsBigTiff, "A TIFF store that may be larger than 4 GB")
+        ->group("How it is stored");
     parser.add_flag("--bgr", slide.IsBgr, "Raw colour pixels with blue first")->group("How it is stored");
     parser
         .add_flag("--own-bytes", slide.HasEachTileItsOwnBytes,
@@ -91,6 +113,28 @@ void Describe(CLI::App& parser, COptions& options)
 
     parser.add_flag("--json", options.IsReportJson, "Report what was written as JSON");
 }
+
+namespace
+{
+
+/// What the store's kind and the options about strips say together.
+void ChooseStorage(CSlideOptions& slide, const COptions& options)
+{
+    const bool isTiff = options.Store != "kor", isDocument = options.Store == "document";
+    if (!isTiff && (options.IsOneStrip || options.RowsPerStrip != 0))
+        throw CSampleError("--strips and --one-strip: are for TIFF; add --store ome-tiff, tiff or document");
+    if (slide.IsBigTiff && (!isTiff || isDocument))
+        throw CSampleError("--bigtiff: is for TIFF stores; add --store ome-tiff or --store tiff");
+    slide.Storage = isDocument ? StackStorage::InDocument
+                    : isTiff   ? StackStorage::TiffStore
+                               : StackStorage::BinaryStore;
+    slide.HasXml = options.Store == "ome-tiff";
+    slide.RowsPerStrip = options.IsOneStrip ? Stack::OneStrip : options.RowsPerStrip;
+    if (isDocument && slide.RowsPerStrip == 0 && !options.IsTileSizeGiven)
+        slide.RowsPerStrip = slide.Compression == StoreCompression::Jpeg ? Stack::OneStrip : slide.TileHeight;
+}
+
+} // namespace
 
 CSlideOptions SlideOptionsOf(const COptions& options)
 {
@@ -102,6 +146,7 @@ CSlideOptions SlideOptionsOf(const COptions& options)
         slide.NumOfLevels = options.NumOfLevels;
     if (slide.IsBgr && slide.Compression != StoreCompression::Raw)
         throw CSampleError("--bgr: is for raw pixels; add --compression raw");
+    ChooseStorage(slide, options);
     return slide;
 }
 

@@ -16,6 +16,10 @@ struct COptions
     std::filesystem::path Picture; ///< empty: one is drawn
     std::vector<uint32_t> DrawnSize = {2000, 1500};
     std::vector<uint32_t> TileSize = {256, 256};
+    bool IsTileSizeGiven = false;
+    std::string Store = "kor";
+    uint32_t RowsPerStrip = 0; ///< 0: not given
+    bool IsOneStrip = false;
     std::string Compression = "jpeg";
     uint32_t NumOfLevels = 0; ///< 0: as many as it takes
     bool IsReportJson = false;

@@ -21,6 +21,19 @@ int32_t NumOfRows(const CLevelGrid& grid)
     return grid.RowRange.Last - grid.RowRange.First + 1;
 }
 
+/// The file that holds the pixels of a stack.
+fs::path FileOf(const Stack& stack, const fs::path& path, const Document& document)
+{
+    return stack.Plan().Storage == StackStorage::InDocument ? path : document.StorePath(path, stack.Id());
+}
+
+/// The size of a tile or strip, at the full resolution.
+std::string TileSizeOf(const Stack& stack)
+{
+    const CTileRegion region = stack.RegionOf({});
+    return std::to_string(region.Width) + " x " + std::to_string(region.Height);
+}
+
 } // namespace
 
 std::string ReportAsText(const fs::path& path, const Document& document)
@@ -29,12 +42,12 @@ std::string ReportAsText(const fs::path& path, const Document& document)
     for (const Stack& stack : document.Stacks())
     {
         const CStackPlan& plan = stack.Plan();
-        const fs::path store = document.StorePath(path, stack.Id());
+        const fs::path store = FileOf(stack, path, document);
         text += "  stack " + std::to_string(stack.Id()) + ": " + std::to_string(plan.Width) + " x " +
                 std::to_string(plan.Height) + " pixels, " + std::to_string(stack.Grids().size()) + " levels, " +
                 std::to_string(stack.Frames().size()) + " frames, " + std::to_string(stack.NumOfTiles()) +
-                " tiles of " + std::to_string(plan.TileWidth) + " x " + std::to_string(plan.TileHeight) + " in " +
-                store.string() + " (" + std::to_string(fs::file_size(store)) + " bytes)\n";
+                (stack.IsStriped() ? " strips of " : " tiles of ") + TileSizeOf(stack) + " in " + store.string() +
+                " (" + std::to_string(fs::file_size(store)) + " bytes)\n";
     }
     return text;
 }
@@ -45,15 +58,15 @@ std::string ReportAsJson(const fs::path& path, const Document& document)
     for (const Stack& stack : document.Stacks())
     {
         const CStackPlan& plan = stack.Plan();
-        const fs::path store = document.StorePath(path, stack.Id());
+        const fs::path store = FileOf(stack, path, document);
         nlohmann::ordered_json levels = nlohmann::ordered_json::array();
         for (const CLevelGrid& grid : stack.Grids())
             levels.push_back({{"level", grid.Level}, {"columns", NumOfColumns(grid)}, {"rows", NumOfRows(grid)}});
         report["stacks"].push_back({{"id", stack.Id()},
                                     {"width", plan.Width},
                                     {"height", plan.Height},
-                                    {"tileWidth", plan.TileWidth},
-                                    {"tileHeight", plan.TileHeight},
+                                    {"tileWidth", stack.RegionOf({}).Width},
+                                    {"tileHeight", stack.RegionOf({}).Height},
                                     {"frames", stack.Frames().size()},
                                     {"tiles", stack.NumOfTiles()},
                                     {"store", store.string()},

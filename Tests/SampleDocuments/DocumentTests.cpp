@@ -95,6 +95,7 @@ TEST_F(DocumentOfStacks, KeepsFramesOfOneThatLiesInItInItsDirectories)
 TEST(TreeOfADocument, TellsAStackByItsIdAndItsCounts)
 {
     Document document = Document().With(Stack(7).Z(3).Channels({"DAPI", "FITC"}));
+    EXPECT_EQ(document.Volume({2000, 2001}).SecondTag(), 7u);
     EXPECT_EQ(document.Volume({2000, 2001, 2003}).Value(), UInt32s(0, {3, 2}).Value());
     EXPECT_EQ(document.StackVolume(7).NumOfChildren(2007), 2u);
     EXPECT_EQ(document.StackVolume(7).NumOfChildren(2002), 6u);

@@ -84,6 +84,51 @@ TEST_F(ZelMake, TakesAllItsOptionsAtOnce)
     EXPECT_EQ(FirstTile().size(), 32u * 16u * 2u);
 }
 
+struct CStore
+{
+    const char* Name;
+    std::vector<std::string> Options;
+    const char* Report;
+    const char* File;
+};
+
+class ZelMakeStore : public ZelMake, public testing::WithParamInterface<CStore>
+{
+};
+
+TEST_P(ZelMakeStore, IsWritten)
+{
+    std::vector<std::string> arguments = {_slide, "--draw", "300", "200", "--store"};
+    arguments.insert(arguments.end(), GetParam().Options.begin(), GetParam().Options.end());
+    const auto result = Run(arguments);
+    EXPECT_EQ(result.ExitCode, 0) << result.Errors;
+    EXPECT_THAT(result.Output, HasSubstr(GetParam().Report));
+    EXPECT_TRUE(fs::exists(_folder.Path() / "new" / GetParam().File));
+}
+
+constexpr auto TiffStore = "_slide_/stack1/frame_t.tif";
+
+INSTANTIATE_TEST_SUITE_P(
+    Kinds, ZelMakeStore,
+    testing::Values(
+        CStore{"Binary", {"kor"}, "2 levels, 1 frames, 3 tiles of 256 x 256", "_slide_/stack1/frame_t.kor"},
+        CStore{"OmeTiff", {"ome-tiff", "--z", "2"}, "2 levels, 2 frames, 6 tiles of 256 x 256", TiffStore},
+        CStore{"BigOmeTiff", {"ome-tiff", "--bigtiff"}, "3 tiles of 256 x 256", TiffStore},
+        CStore{"StripedTiff", {"tiff", "--strips", "64", "--levels", "1"}, "4 strips of 300 x 64", TiffStore},
+        CStore{"OneStripTiff", {"tiff", "--one-strip"}, "2 levels, 1 frames, 2 strips of 300 x 200", TiffStore},
+        CStore{"Jpeg2000Tiff", {"tiff", "--compression", "j2k"}, "3 tiles of 256 x 256", TiffStore},
+        CStore{
+            "JpegDocument", {"document", "--channels", "2"}, "1 levels, 2 frames, 2 strips of 300 x 200", "slide.zel"},
+        CStore{"RawDocument",
+               {"document", "--compression", "raw", "--bits", "16", "--strips", "50"},
+               "4 strips of 300 x 50",
+               "slide.zel"},
+        CStore{"OneTileDocument",
+               {"document", "--compression", "raw", "--tile", "304", "208"},
+               "1 tiles of 304 x 208",
+               "slide.zel"}),
+    [](const testing::TestParamInfo<CStore>& store) { return store.param.Name; });
+
 TEST_F(ZelMake, ReplacesWhatAnEarlierRunLeft)
 {
     Run({_slide, "--draw", "64", "64"});
@@ -126,6 +171,11 @@ TEST_F(ZelMake, SaysWhatIsWrongWithItsArguments)
     ExpectRefusal({_slide, "--tile", "0", "256"}, "--tile");
     ExpectRefusal({_slide, "--z", "-1"}, "--z");
     ExpectRefusal({_slide, "--draw", "9", "9", "--bits", "16"}, "take raw, j2k or png");
+    ExpectRefusal({_slide, "--store", "zip"}, "zip");
+    ExpectRefusal({_slide, "--strips", "8"}, "add --store ome-tiff, tiff or document");
+    ExpectRefusal({_slide, "--store", "document", "--bigtiff"}, "--bigtiff");
+    ExpectRefusal({_slide, "--draw", "9", "9", "--store", "tiff", "--z", "2"}, "without XML has one frame");
+    ExpectRefusal({_slide, "--draw", "64", "64", "--store", "tiff", "--strips", "9"}, "multiple of 8");
     ExpectRefusal({_slide, "--bgr"}, "--compression raw");
     ExpectRefusal({_slide, "--grow", "1000000", "--draw", "10000", "1"}, "grow it less");
     EXPECT_FALSE(fs::exists(_slide));
