@@ -144,18 +144,20 @@ public:
     /// Views of the arrays, in file order; never null. Asserts the size of their elements, and nothing else.
     const std::vector<CArrayStartAndSize<T>>* operator()()
     {
-        if (!_views)
+        if (!_isKnown)
         {
             std::vector<CArrayStartAndSize<T>> views;
             for (const CBasicArray* array : Arrays(Tag, sizeof(T)))
                 views.emplace_back(reinterpret_cast<T*>(array->Ptr()), array->NumOfElements());
             _views = std::move(views);
+            _isKnown = true;
         }
-        return &*_views;
+        return &_views;
     }
 
 private:
-    std::optional<std::vector<CArrayStartAndSize<T>>> _views;
+    std::vector<CArrayStartAndSize<T>> _views;
+    bool _isKnown = false;
 };
 
 /// A child that occurs at most once.
@@ -196,19 +198,21 @@ public:
     /// The children, in file order; never null.
     const CWrappers* operator()()
     {
-        if (!_wrappers)
+        if (!_isKnown)
         {
             CWrappers wrappers;
             for (const std::unique_ptr<CZelDataField>& child : Children())
                 if (child->Tag() >= LowestTag && child->Tag() <= HighestTag)
                     wrappers.push_back(std::make_unique<Wrapper>(child.get()));
             _wrappers = std::move(wrappers);
+            _isKnown = true;
         }
-        return &*_wrappers;
+        return &_wrappers;
     }
 
 private:
-    std::optional<CWrappers> _wrappers;
+    CWrappers _wrappers;
+    bool _isKnown = false;
 };
 
 /// All children with a tag.
