@@ -27,15 +27,28 @@ CMN_RECT CImage::Size() const
     return rect;
 }
 
-std::vector<uint8_t> CImage::Body() const
+AC_Result CImage::ReadBody(std::vector<uint8_t>& bytes) const
 {
     CMN_RECT whole{};
     UINT64 size = 0;
-    _Document.Require(_Document.Host().GetImageBody(_Handle.get(), &whole, nullptr, 0, &size), "cannot read a tile");
-    std::vector<uint8_t> bytes(size);
-    _Document.Require(_Document.Host().GetImageBody(_Handle.get(), &whole, bytes.data(), bytes.size(), &size),
-                      "cannot read a tile");
+    const AC_Result result = _Document.Host().GetImageBody(_Handle.get(), &whole, nullptr, 0, &size);
+    if (result != AC_RESULT_SUCCESS)
+        return result;
+    bytes.resize(size);
+    return _Document.Host().GetImageBody(_Handle.get(), &whole, bytes.data(), bytes.size(), &size);
+}
+
+std::vector<uint8_t> CImage::Body() const
+{
+    std::vector<uint8_t> bytes;
+    _Document.Require(ReadBody(bytes), "cannot read a tile");
     return bytes;
+}
+
+std::optional<std::vector<uint8_t>> CImage::BodyIfReadable() const
+{
+    std::vector<uint8_t> bytes;
+    return ReadBody(bytes) == AC_RESULT_SUCCESS ? std::optional(std::move(bytes)) : std::nullopt;
 }
 
 std::optional<uint64_t> CImage::BytesPerRawPixel() const

@@ -46,12 +46,16 @@ public:
 
     /// The rectangle, in pixels of its level.
     CMN_RECT Size() const;
-    /// All its bytes as they are stored.
+    /// All its bytes as they are stored. Throws CHostError if they can't be read.
     std::vector<uint8_t> Body() const;
+    /// The same; nothing if they can't be read.
+    std::optional<std::vector<uint8_t>> BodyIfReadable() const;
     /// Bytes of one pixel if the image is raw; nothing if it is compressed.
     std::optional<uint64_t> BytesPerRawPixel() const;
 
 private:
+    AC_Result ReadBody(std::vector<uint8_t>& bytes) const;
+
     const CDocument& _Document;
     CHandle _Handle;
 };

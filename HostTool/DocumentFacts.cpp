@@ -1,6 +1,6 @@
 #include "HostTool/DocumentFacts.h"
 
-#include <algorithm>
+#include "HostTool/TileKind.h"
 
 namespace HostTool
 {
@@ -50,6 +50,22 @@ int64_t CountPositions(const CArea& area, AC_AxisType axis)
         (exists(middle) ? existing : first) = middle;
     }
     return first;
+}
+
+/// How the tiles of a channel are stored, as the first of them shows. Nothing if that one is missing, or of no known
+/// kind.
+std::optional<std::string> FormatByItsBytes(const CArea& area, uint32_t channel)
+{
+    CPosition position;
+    position.Channel = channel;
+    const auto image = area.Image(position);
+    if (!image)
+        return std::nullopt;
+    if (image->BytesPerRawPixel())
+        return "RAW";
+    const auto bytes = image->BodyIfReadable();
+    const CTileKind* kind = bytes ? FindTileKind(*bytes) : nullptr;
+    return kind ? std::optional<std::string>(kind->Format) : std::nullopt;
 }
 
 CAxisFacts AxisFacts(const CArea& area, AC_AxisType axis)
@@ -160,7 +176,11 @@ CGroupFacts FactsOf(const CGroup& group)
     if (const auto name = area.Properties(L"GroupName"))
         facts.Name = name->Text(L"name");
     for (const uint32_t channel : ChannelIDs(area))
+    {
         facts.Channels.push_back(ChannelFacts(area, channel));
+        if (!facts.Channels.back().Format)
+            facts.Channels.back().Format = FormatByItsBytes(area, channel);
+    }
     facts.Axes = AxesFacts(area);
     const int numOfLevels = group.NumOfLevels();
     for (int level = 0; level < numOfLevels; ++level)

@@ -8,6 +8,7 @@
 #include <CLI/CLI.hpp>
 #include <functional>
 #include <iostream>
+#include <new>
 
 namespace
 {
@@ -48,6 +49,13 @@ int Run(const COptions& options, const Command& command)
         std::cout.flush();
         std::cerr << "zel: " << Printable(error.what()) << '\n';
         return static_cast<int>(error.Code());
+    }
+    catch (const std::bad_alloc&)
+    {
+        std::cout.flush();
+        std::cerr << "zel: " << Printable(options.File.string())
+                  << ": not enough memory for what the document asks for; it is damaged, or this machine too small\n";
+        return static_cast<int>(ExitCode::BadFile);
     }
 }
 

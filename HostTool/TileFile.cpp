@@ -3,41 +3,13 @@
 #include "HostTool/HostError.h"
 #include "HostTool/OutputFile.h"
 #include "HostTool/PngFile.h"
-
-#include <algorithm>
-#include <array>
+#include "HostTool/TileKind.h"
 
 namespace HostTool
 {
 
 namespace
 {
-
-struct CKindOfFile
-{
-    std::string_view Signature;
-    std::string_view Extension;
-    std::string_view Name;
-    std::string_view OtherExtension;
-};
-
-using namespace std::string_view_literals;
-
-constexpr std::array<CKindOfFile, 5> KindsOfFile{{
-    {"\xFF\xD8\xFF"sv, ".jpg", "JPEG", ".jpeg"},
-    {"\0\0\0\x0CjP  \r\n\x87\n"sv, ".jp2", "JPEG 2000", ".jp2"},
-    {"\xFF\x4F\xFF\x51"sv, ".j2k", "JPEG 2000 codestream", ".j2c"},
-    {"\x89PNG\r\n\x1A\n"sv, ".png", "PNG", ".png"},
-    {"BM"sv, ".bmp", "BMP", ".bmp"},
-}};
-
-const CKindOfFile* FindKind(std::span<const uint8_t> bytes)
-{
-    const std::string_view text(reinterpret_cast<const char*>(bytes.data()), bytes.size());
-    const auto kind = std::find_if(KindsOfFile.begin(), KindsOfFile.end(),
-                                   [&](const CKindOfFile& candidate) { return text.starts_with(candidate.Signature); });
-    return kind == KindsOfFile.end() ? nullptr : &*kind;
-}
 
 std::string TextOfSize(const CTile& tile)
 {
@@ -111,12 +83,6 @@ std::string WriteRaw(const CTile& tile, std::filesystem::path path)
 
 } // namespace
 
-std::string ExtensionOf(std::span<const uint8_t> bytes)
-{
-    const CKindOfFile* kind = FindKind(bytes);
-    return kind ? std::string(kind->Extension) : ".raw";
-}
-
 CTile ReadTile(const CArea& area, const CImage& image, uint32_t channel)
 {
     CTile tile{image.Body(), image.Size(), image.BytesPerRawPixel(), std::nullopt};
@@ -131,13 +97,13 @@ std::string WriteTile(const CTile& tile, std::filesystem::path path)
 {
     if (tile.BytesPerRawPixel)
         return WriteRaw(tile, std::move(path));
-    const std::string extension = ExtensionOf(tile.Bytes);
+    static constexpr CTileKind unknownKind{"", ".raw", ".raw", "of a compression that is not known here", ""};
+    const CTileKind* known = FindTileKind(tile.Bytes);
+    const CTileKind& kind = known ? *known : unknownKind;
     if (!path.has_extension())
-        path += extension;
-    const CKindOfFile* kind = FindKind(tile.Bytes);
-    const std::string name = kind ? std::string(kind->Name) : "of a compression that is not known here";
-    RequireExtension(path, extension, kind ? kind->OtherExtension : extension, name);
-    return WriteAsStored(tile, path, name + ", " + TextOfSize(tile));
+        path += kind.Extension;
+    RequireExtension(path, kind.Extension, kind.OtherExtension, std::string(kind.Name));
+    return WriteAsStored(tile, path, std::string(kind.Name) + ", " + TextOfSize(tile));
 }
 
 } // namespace HostTool

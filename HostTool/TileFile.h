@@ -8,10 +8,6 @@
 namespace HostTool
 {
 
-/// The extension of the file that a tile's bytes make by themselves, told by the first of them: ".jpg", ".jp2" or
-/// ".j2k", ".png", ".bmp"; ".raw" for what is none of these.
-std::string ExtensionOf(std::span<const uint8_t> bytes);
-
 /// A tile that was read: its bytes, and what is known of their pixels.
 struct CTile
 {

@@ -96,6 +96,25 @@ TEST_F(Zel, PrintsEachChannel)
     ExpectPrinted("\n  2        ");
 }
 
+TEST_F(Zel, PrintsHowTheTilesAreStored)
+{
+    auto stack = Stack(1).Jpeg();
+    stack.Contents(EncodedPixelsOf(stack.Plan()));
+    Write(Document().With(Stack(2).Raw(ComponentType::Uint8)).With(stack));
+    ExpectPrinted("  unknown  JPEG ");
+    ExpectPrinted("  unknown  RAW ");
+}
+
+TEST_F(Zel, PrintsADocumentWhoseFirstTileCannotBeRead)
+{
+    Document document;
+    document.With(Stack(1).Jpeg());
+    document.Store(1).Tiles.front().Size = 1U << 20;
+    Write(document);
+    ExpectPrinted("  unknown  unknown ");
+    ExpectRefusal(Tile({"-x", "0", "-y", "0"}), 1, "cannot read a tile");
+}
+
 TEST_F(Zel, PrintsAxesWithMoreThanOnePosition)
 {
     Write(Stack(1).Z(5).T(1).Lambda(2));
