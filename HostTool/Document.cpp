@@ -27,7 +27,7 @@ CMN_RECT CImage::Size() const
     return rect;
 }
 
-AC_Result CImage::ReadBody(std::vector<uint8_t>& bytes) const
+AC_Result CImage::ReadBody(ByteBuffer& bytes) const
 {
     CMN_RECT whole{};
     UINT64 size = 0;
@@ -38,16 +38,16 @@ AC_Result CImage::ReadBody(std::vector<uint8_t>& bytes) const
     return _Document.Host().GetImageBody(_Handle.get(), &whole, bytes.data(), bytes.size(), &size);
 }
 
-std::vector<uint8_t> CImage::Body() const
+ByteBuffer CImage::Body() const
 {
-    std::vector<uint8_t> bytes;
+    ByteBuffer bytes;
     _Document.Require(ReadBody(bytes), "cannot read a tile");
     return bytes;
 }
 
-std::optional<std::vector<uint8_t>> CImage::BodyIfReadable() const
+std::optional<ByteBuffer> CImage::BodyIfReadable() const
 {
-    std::vector<uint8_t> bytes;
+    ByteBuffer bytes;
     return ReadBody(bytes) == AC_RESULT_SUCCESS ? std::optional(std::move(bytes)) : std::nullopt;
 }
 
@@ -229,14 +229,13 @@ std::optional<std::string> CDocument::FormatVersion() const
     return text;
 }
 
-std::optional<std::vector<uint8_t>> CDocument::CustomData(std::wstring key,
-                                                          std::span<AC_PARAM_ELEMENT> parameters) const
+std::optional<ByteBuffer> CDocument::CustomData(std::wstring key, std::span<AC_PARAM_ELEMENT> parameters) const
 {
     const AC_PARAMS list{static_cast<INT32>(parameters.size()), parameters.data()};
     UINT64 size = 0;
     if (_Host.GetCustomData(_Handle.get(), key.data(), &list, nullptr, 0, &size) != AC_RESULT_SUCCESS)
         return std::nullopt;
-    std::vector<uint8_t> bytes(size);
+    ByteBuffer bytes(size);
     if (_Host.GetCustomData(_Handle.get(), key.data(), &list, bytes.data(), bytes.size(), &size) != AC_RESULT_SUCCESS)
         return std::nullopt;
     return bytes;

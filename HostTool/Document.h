@@ -1,5 +1,6 @@
 #pragma once
 
+#include "HostTool/ByteBuffer.h"
 #include "HostTool/PropertySet.h"
 
 #include <span>
@@ -47,14 +48,14 @@ public:
     /// The rectangle, in pixels of its level.
     CMN_RECT Size() const;
     /// All its bytes as they are stored. Throws CHostError if they can't be read.
-    std::vector<uint8_t> Body() const;
+    ByteBuffer Body() const;
     /// The same; nothing if they can't be read.
-    std::optional<std::vector<uint8_t>> BodyIfReadable() const;
+    std::optional<ByteBuffer> BodyIfReadable() const;
     /// Bytes of one pixel if the image is raw; nothing if it is compressed.
     std::optional<uint64_t> BytesPerRawPixel() const;
 
 private:
-    AC_Result ReadBody(std::vector<uint8_t>& bytes) const;
+    AC_Result ReadBody(ByteBuffer& bytes) const;
 
     const CDocument& _Document;
     CHandle _Handle;
@@ -122,7 +123,7 @@ public:
     /// The version of its format, as "2.1"; nothing if the plug-in doesn't tell.
     std::optional<std::string> FormatVersion() const;
     /// One item of custom data; nothing if the plug-in doesn't serve it.
-    std::optional<std::vector<uint8_t>> CustomData(std::wstring key, std::span<AC_PARAM_ELEMENT> parameters) const;
+    std::optional<ByteBuffer> CustomData(std::wstring key, std::span<AC_PARAM_ELEMENT> parameters) const;
 
     const CPluginHost& Host() const { return _Host; }
     /// Throws CHostError, saying what was being done, unless `result` is a success.

@@ -11,7 +11,7 @@ namespace HostTool
 /// A tile that was read: its bytes, and what is known of their pixels.
 struct CTile
 {
-    std::vector<uint8_t> Bytes;
+    ByteBuffer Bytes;
     CMN_RECT Rect{};
     std::optional<uint64_t> BytesPerRawPixel; ///< nothing: the tile is compressed
     std::optional<std::string> ColorSpace;    ///< of a raw tile in colours: "RGB", "BGR"

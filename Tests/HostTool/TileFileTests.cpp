@@ -12,8 +12,6 @@ namespace
 
 using namespace HostTool;
 
-using Bytes = std::vector<uint8_t>;
-
 CTile RawTile(uint64_t width, uint64_t height, uint64_t bytesPerPixel)
 {
     CTile tile;
@@ -48,7 +46,7 @@ struct Png
     png_image Image{};
     bool WasLinear = false; ///< 16 bits
     bool WasColour = false;
-    Bytes Pixels;
+    ByteBuffer Pixels;
 };
 
 class TileFile : public testing::Test
@@ -137,7 +135,7 @@ TEST_F(TileFile, OfRawPixelsWithBlueFirstHasItsColoursInOrder)
     CTile tile = RawTile(1, 1, 3);
     tile.ColorSpace = "BGR";
     WriteTile(tile, Folder.Name("tile.png"));
-    EXPECT_EQ(Png(Folder.Name("tile.png")).Pixels, (Bytes{3, 2, 1}));
+    EXPECT_EQ(Png(Folder.Name("tile.png")).Pixels, (ByteBuffer{3, 2, 1}));
 }
 
 TEST_F(TileFile, OfRawPixelsWithRedFirstHasItsColoursInOrder)
@@ -145,7 +143,7 @@ TEST_F(TileFile, OfRawPixelsWithRedFirstHasItsColoursInOrder)
     CTile tile = RawTile(1, 1, 3);
     tile.ColorSpace = "RGB";
     WriteTile(tile, Folder.Name("tile.png"));
-    EXPECT_EQ(Png(Folder.Name("tile.png")).Pixels, (Bytes{1, 2, 3}));
+    EXPECT_EQ(Png(Folder.Name("tile.png")).Pixels, (ByteBuffer{1, 2, 3}));
 }
 
 TEST_F(TileFile, OfRawPixelsOf16BitsKeepsThem)
@@ -159,7 +157,7 @@ TEST_F(TileFile, OfPixelsThatPngCannotHoldIsRaw)
     const CTile tile = RawTile(2, 2, 4);
     const std::string line = WriteTile(tile, Folder.Name("tile"));
     const std::string stored = TestSupport::BytesOf(Folder.Name("tile.raw"));
-    EXPECT_EQ(Bytes(stored.begin(), stored.end()), tile.Bytes);
+    EXPECT_EQ(ByteBuffer(stored.begin(), stored.end()), tile.Bytes);
     EXPECT_NE(line.find("raw pixels, 2 x 2 of 4 bytes"), std::string::npos) << line;
 }
 

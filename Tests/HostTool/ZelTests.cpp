@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <filesystem>
 #include <gtest/gtest.h>
+#include <sys/resource.h>
 
 /// The program as its users have it, on documents of known contents.
 
@@ -211,6 +212,18 @@ TEST_F(Zel, NamesTheFolderThatIsMissingBesideTheDocument)
 {
     Write(Stack(1).WithoutStore());
     ExpectRefusal(Run({"info", SlideName()}), 3, "_slide_");
+}
+
+TEST_F(Zel, TakesNoMemoryForATileThatTheStoreCannotHold)
+{
+    Document document;
+    document.With(Stack(1).Jpeg());
+    document.Store(1).Tiles.front().Size = 0xFFFFFFF0U;
+    Write(document);
+    ExpectRefusal(Tile({"-x", "0", "-y", "0"}), 1, "cannot read a tile");
+    rusage usage{};
+    getrusage(RUSAGE_CHILDREN, &usage);
+    EXPECT_LT(usage.ru_maxrss, 1L << 20); // in kilobytes
 }
 
 TEST_F(Zel, RefusesAPlaceThatTheDocumentDoesNotHave)
