@@ -2,6 +2,7 @@
 
 #include "CommonUtil/Log.h"
 
+#include <algorithm>
 #include <array>
 #include <cstdarg>
 #include <cstdio>
@@ -15,6 +16,7 @@ namespace
 {
 
 constexpr size_t MaxMessageSize = 1000;
+constexpr uint32_t MaxNumOfDirectories = 65536;
 
 int LogMessage(TIFF*, void*, const char* module, const char* format, std::va_list arguments)
 {
@@ -48,25 +50,49 @@ CTiffHandle TIFFOpenW(const std::wstring& name, const char* mode)
     return CTiffHandle(TIFFOpenExt(Utf16ToUtf8(name).c_str(), mode, options.get()));
 }
 
-void TIFFSetDirectory(TIFF* tif, uint16_t dir)
-{
-    const CErrnoKeeper errnoKeeper;
-    ZEL_ASSERT(::TIFFSetDirectory(tif, dir) == 1);
-}
-
-uint16_t TIFFNumberOfDirectories(TIFF* tif)
+uint32_t TIFFNumberOfDirectories(TIFF* tif)
 {
     const CErrnoKeeper errnoKeeper;
     const auto numOfDirectories = static_cast<uint32_t>(::TIFFNumberOfDirectories(tif));
-    ZEL_ASSERT(numOfDirectories > 0 && numOfDirectories <= 0xFFFF);
-    return static_cast<uint16_t>(numOfDirectories);
+    ZEL_ASSERT(numOfDirectories > 0 && numOfDirectories <= MaxNumOfDirectories);
+    return numOfDirectories;
 }
 
 TIFF* CTiffImageDoc::TiffFilePtr()
 {
     if (!_TiffFilePtr)
+    {
         _TiffFilePtr = TIFFOpenW(_FileName, "r");
+        if (_TiffFilePtr)
+        {
+            _OffsetsOfDirectories = {TIFFCurrentDirOffset(_TiffFilePtr.get())};
+            _CurrentDirectory = 0;
+        }
+    }
     return _TiffFilePtr.get();
+}
+
+TIFF* CTiffImageDoc::SetDirectory(uint32_t dir)
+{
+    const CErrnoKeeper errnoKeeper;
+    TIFF* tif = TiffFilePtr();
+    ZEL_ASSERT(tif && dir < MaxNumOfDirectories);
+    if (_CurrentDirectory == dir)
+        return tif;
+    _CurrentDirectory.reset(); // unknown, should what follows fail half-way
+    const auto lastKnown = static_cast<uint32_t>(_OffsetsOfDirectories.size() - 1);
+    const uint32_t start = std::min(dir, lastKnown);
+    ZEL_ASSERT(TIFFSetSubDirectory(tif, _OffsetsOfDirectories[start]) == 1);
+    for (uint32_t found = start; found < dir; ++found)
+        FindNextDirectory();
+    _CurrentDirectory = dir;
+    return tif;
+}
+
+void CTiffImageDoc::FindNextDirectory()
+{
+    ZEL_ASSERT(TIFFReadDirectory(_TiffFilePtr.get()) == 1);
+    _OffsetsOfDirectories.push_back(TIFFCurrentDirOffset(_TiffFilePtr.get()));
 }
 
 } // namespace CIA

@@ -1,8 +1,10 @@
 #pragma once
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 #include <tiffio.h>
+#include <vector>
 
 namespace CIA
 {
@@ -20,29 +22,37 @@ using CTiffHandle = std::unique_ptr<TIFF, CTiffCloser>;
 
 /// Null when the file cannot be opened as TIFF; errno is kept.
 CTiffHandle TIFFOpenW(const std::wstring& name, const char* mode);
-/// Asserts that there is a directory of that number. Keeps errno.
-void TIFFSetDirectory(TIFF* tif, uint16_t dir);
-/// Asserts that there is a directory. Keeps errno.
-uint16_t TIFFNumberOfDirectories(TIFF* tif);
+/// Asserts that there is a directory, and that its number would fit 16 bits. Keeps errno.
+uint32_t TIFFNumberOfDirectories(TIFF* tif);
 
+/// The value of an optional tag; false when the directory has none. Keeps errno.
 template <typename... Arguments>
 bool TIFFGetField_mayFail(TIFF* tif, uint32_t tag, Arguments*... arguments);
 /// The value of a mandatory tag.
 template <typename T>
 T TIFFGetField(TIFF* tif, uint32_t tag);
 
-/// Opens the file at the first need and keeps the handle; a file that cannot be opened is tried again at the next.
+/// A file that is read through libtiff, opened at the first need. A file that cannot be opened is tried again at the
+/// next.
 class CTiffImageDoc
 {
 public:
     explicit CTiffImageDoc(const std::wstring& fileName) : _FileName(fileName) {}
-    /// Null when the file is no TIFF. Its current directory is moved by every reader: whoever reads sets it first, and
-    /// reads with nothing between.
+
+    /// The handle, standing on whatever directory it was set to last; null when the file is no TIFF.
     TIFF* TiffFilePtr();
+    /// The handle, standing on the directory of that number from 0. Asserts that the file is a TIFF and has it. Every
+    /// reader moves the handle: whoever reads sets it first, and reads with nothing between. Where directories lie is
+    /// kept, so that one after the other costs one step each. Keeps errno.
+    TIFF* SetDirectory(uint32_t dir);
 
 private:
+    void FindNextDirectory();
+
     CTiffHandle _TiffFilePtr;
     std::wstring _FileName;
+    std::vector<uint64_t> _OffsetsOfDirectories; ///< of those found so far, by number
+    std::optional<uint32_t> _CurrentDirectory;
 };
 
 } // namespace CIA

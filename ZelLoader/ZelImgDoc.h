@@ -33,6 +33,8 @@ public:
     const std::vector<int32_t>& VisibleLayers() const { return vecVisibleLayers; }
     /// The file as a TIFF, opened at the first need. Null when libtiff does not take it; the next call tries again.
     TIFF* AsTiffFilePtr() { return _AsTiff.TiffFilePtr(); }
+    /// The same, standing on a directory; asserts that there is one of that number.
+    TIFF* AsTiffFilePtrSetTo(uint32_t directory) { return _AsTiff.SetDirectory(directory); }
 
 protected:
     bool ReadFileHeader() override;

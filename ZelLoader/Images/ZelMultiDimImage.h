@@ -95,7 +95,6 @@ private:
     std::wstring FindKorFile(const std::wstring& korFolder);
     bool FindTiffCandidate(const std::wstring& korFolder, const std::wstring& stem, std::wstring& path);
     std::unique_ptr<CKorFile> OpenKorFile();
-    TIFF* AssertedTiffFilePtr();
 
     bool ZelMetaDataForImgFrames_init(CZelMetaDataForImgFrames& varToInit);
     void ZelMetaDataForImgFrames_init_recursive(CZelMetaDataForImgFrames& varToInit, size_t idxInImgDimMeanings,

@@ -26,24 +26,6 @@ std::unique_ptr<CKorDeepZoomPyramidLevel> MakeLevel(CZelMultiDimImage& image, co
         tiles[first].Idx.PIdx, image, std::span(tiles).subspan(first, last - first), static_cast<uint32_t>(first));
 }
 
-/// The current directory of a TIFF is put back at the end of the scope.
-class CTiffDirectoryKeeper
-{
-public:
-    explicit CTiffDirectoryKeeper(TIFF* tif) : _tif(tif), _directory(TIFFCurrentDirectory(tif)) {}
-    ~CTiffDirectoryKeeper()
-    {
-        const CErrnoKeeper errnoKeeper;
-        ::TIFFSetDirectory(_tif, _directory);
-    }
-    CTiffDirectoryKeeper(const CTiffDirectoryKeeper&) = delete;
-    CTiffDirectoryKeeper& operator=(const CTiffDirectoryKeeper&) = delete;
-
-private:
-    TIFF* _tif;
-    tdir_t _directory;
-};
-
 uint32_t TileWidth(TIFF* tif)
 {
     const auto width = CIA::TIFFGetField<uint32_t>(tif, TIFFIsTiled(tif) ? TIFFTAG_TILEWIDTH : TIFFTAG_IMAGEWIDTH);
@@ -125,7 +107,6 @@ bool CZelMultiDimImage::DeepZoomTilePixelWidth_init(uint32_t& varToInit, uint32_
     }
     if (_IsKorFileMissing)
         ThrowWithErrno(EREMOTE, KorFileIsMissing);
-    const CTiffDirectoryKeeper directoryKeeper(AssertedTiffFilePtr());
     varToInit = TileWidth(TiffFilePtrSetToIfdOf1stFrame());
     return true;
 }
@@ -144,16 +125,8 @@ bool CZelMultiDimImage::DeepZoomTilePixelHeight_init(uint32_t& varToInit, uint32
     }
     if (_IsKorFileMissing)
         ThrowWithErrno(EREMOTE, KorFileIsMissing);
-    const CTiffDirectoryKeeper directoryKeeper(AssertedTiffFilePtr());
     varToInit = TileHeight(TiffFilePtrSetToIfdOf1stFrame(), StripHeightInDocument);
     return true;
-}
-
-TIFF* CZelMultiDimImage::AssertedTiffFilePtr()
-{
-    TIFF* tif = _ParentZelImgDoc.AsTiffFilePtr();
-    ZEL_ASSERT(tif);
-    return tif;
 }
 
 TIFF* CZelMultiDimImage::TiffFilePtrSetToIfdOf1stFrame()
@@ -169,13 +142,10 @@ TIFF* CZelMultiDimImage::TiffFilePtrSetToIfdOf1stFrame()
 
 TIFF* CZelMultiDimImage::TiffFilePtrSetToIfdOf(CZelMetaDataForImgFrame& frame)
 {
-    TIFF* tif = AssertedTiffFilePtr();
     ZEL_ASSERT(frame.FrameTiffIfd());
     const uint32_t idxOfIfd = frame.FrameTiffIfd()->IdxOfTiffIfd();
     ZEL_LOG("idxOfIfd=%u", idxOfIfd);
-    ZEL_ASSERT(idxOfIfd < 65536);
-    CIA::TIFFSetDirectory(tif, static_cast<uint16_t>(idxOfIfd));
-    return tif;
+    return _ParentZelImgDoc.AsTiffFilePtrSetTo(idxOfIfd);
 }
 
 } // namespace Zel

@@ -63,12 +63,14 @@ bool CKorFile::ReadFileHeader()
 
 bool CKorFile::ReadFileMetaData()
 {
-    if (_IsOmeTiff)
-    {
-        errno = ENOSYS;
-        return false;
-    }
-    return ReadAdditionalHeader() && ReadUsedChunks();
+    return _IsOmeTiff ? ReadTiffStore() : ReadAdditionalHeader() && ReadUsedChunks();
+}
+
+bool CKorFile::ReadTiffStore()
+{
+    CTiffStoreReader(FileName(), FileSize(), _AsTiff.SetDirectory(0)).Read(_KorTiles, _TiffPlaces);
+    errno = 0;
+    return true;
 }
 
 bool CKorFile::ReadAdditionalHeader()
@@ -211,26 +213,20 @@ void CKorFile::LogDimCountThatDoesNotFit(DimensionType::E type, uint32_t numOfPo
 
 uint32_t CKorFile::NextTileOnDisk(uint32_t tileNumber) const
 {
+    if (_IsOmeTiff && _TiffPlaces[tileNumber].IsLastOfPosition)
+        return static_cast<uint32_t>(_KorTiles.size());
     return tileNumber + 1;
 }
 
-uint16_t CKorFile::TiffIfdOf(uint32_t) const
+uint16_t CKorFile::TiffIfdOf(uint32_t tileNumber) const
 {
-    return 0;
+    return _IsOmeTiff ? _TiffPlaces[tileNumber].TiffIFD : 0;
 }
 
 TIFF* CKorFile::AssertedTiffFilePtr()
 {
     TIFF* tif = TiffFilePtr();
     ZEL_ASSERT(tif);
-    return tif;
-}
-
-TIFF* CKorFile::TiffFilePtrSetTo(uint32_t directory)
-{
-    TIFF* tif = AssertedTiffFilePtr();
-    ZEL_ASSERT(directory <= 0xFFFF);
-    CIA::TIFFSetDirectory(tif, static_cast<uint16_t>(directory));
     return tif;
 }
 

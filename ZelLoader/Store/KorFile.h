@@ -3,6 +3,7 @@
 #include "CommonImageAccess/TiffAccess.h"
 #include "ZelLoader/Store/KorHeaders.h"
 #include "ZelLoader/Store/KorTile.h"
+#include "ZelLoader/Store/TiffStoreReader.h"
 
 #include <vector>
 
@@ -36,13 +37,14 @@ public:
     TIFF* TiffFilePtr() { return _AsTiff.TiffFilePtr(); }
     TIFF* AssertedTiffFilePtr();
     /// The same, standing on a directory.
-    TIFF* TiffFilePtrSetTo(uint32_t directory);
+    TIFF* TiffFilePtrSetTo(uint32_t directory) { return _AsTiff.SetDirectory(directory); }
 
 protected:
     bool ReadFileHeader() override;
     bool ReadFileMetaData() override;
 
 private:
+    bool ReadTiffStore();
     bool ReadAdditionalHeader();
     uint32_t ExpectedNumOfElesInKorTileIdx();
     std::vector<uint32_t> IndexesInDecompressedKorTileIdxToCopyTo();
@@ -59,6 +61,7 @@ private:
     CKorVolumeHeader KorVolumeHeader;
     CKorAdditionalHeader KorAdditionalHeader;
     std::vector<CKorTile> _KorTiles;
+    std::vector<CTiffPlace> _TiffPlaces; ///< of each record of a TIFF store
     CTiffImageDoc _AsTiff;
 };
 

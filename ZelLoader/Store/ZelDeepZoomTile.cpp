@@ -41,7 +41,14 @@ CDeepZoomTile* CZelDeepZoomTile::NextTileOnDisk()
 
 bool CZelDeepZoomTile::PixelBuf_rValidated(CByteArray& buf, const CPixelRect& r)
 {
-    return PartialTileNeedsToBeRead(r) ? ReadPartOfTile(buf, r) : ReadWholeTile(buf);
+    const bool isPart = PartialTileNeedsToBeRead(r);
+    if (!_KorFile.IsOmeType())
+        return isPart ? ReadPartOfTile(buf, r) : ReadWholeTile(buf);
+    if (isPart)
+        ReadPartOfTiffTile(buf, r);
+    else
+        ReadWholeTiffTile(buf);
+    return true;
 }
 
 bool CZelDeepZoomTile::ReadWholeTile(CByteArray& buf)

@@ -2,6 +2,8 @@
 #include "CommonImageAccess/DeepZoomTile.h"
 #include "ZelLoader/Store/KorTile.h"
 
+#include <tiffio.h>
+
 namespace Zel
 {
 
@@ -26,6 +28,12 @@ private:
     bool ReadWholeTile(CByteArray& buf);
     bool ReadPartOfTile(CByteArray& buf, const CPixelRect& r);
     uint32_t NumOfBytesPerPixel();
+    void ReadWholeTiffTile(CByteArray& buf);
+    void ReadWholeTiffStrip(CByteArray& buf, TIFF* tif);
+    void ReadPartOfTiffTile(CByteArray& buf, const CPixelRect& r);
+    TIFF* TiffFilePtr(); ///< the store, standing on the directory of this tile
+    uint32_t NumberOfTiffTile();
+    uint32_t CheckedStripNumber(TIFF* tif);
 
     CKorFile& _KorFile;
     const uint32_t _TileNumber;

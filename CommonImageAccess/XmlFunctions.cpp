@@ -1,0 +1,160 @@
+#include "CommonImageAccess/XmlFunctions.h"
+
+#include "CommonUtil/Assertion.h"
+#include "CommonUtil/ErrnoKeeper.h"
+#include "CommonUtil/Log.h"
+
+#include <xercesc/framework/MemBufInputSource.hpp>
+#include <xercesc/sax/HandlerBase.hpp>
+#include <xercesc/sax/SAXParseException.hpp>
+#include <xercesc/util/PlatformUtils.hpp>
+#include <xercesc/util/SecurityManager.hpp>
+#include <xercesc/util/XMLString.hpp>
+
+namespace CIA
+{
+
+using namespace CommonUtil;
+
+namespace
+{
+
+/// A text in the parser's own characters, for the calls that take one.
+class CXmlText
+{
+public:
+    explicit CXmlText(const char* text) : _text(xercesc::XMLString::transcode(text)) {}
+    ~CXmlText() { xercesc::XMLString::release(&_text); }
+    CXmlText(const CXmlText&) = delete;
+    CXmlText& operator=(const CXmlText&) = delete;
+    operator const XMLCh*() const { return _text; }
+
+private:
+    XMLCh* _text;
+};
+
+/// Units are widened as they stand: a pair of surrogates stays a pair.
+std::wstring Widened(const XMLCh* text)
+{
+    std::wstring wide;
+    for (; text && *text; ++text)
+        wide.push_back(static_cast<wchar_t>(*text));
+    return wide;
+}
+
+struct CDocumentTypeRefused
+{
+};
+
+/// Refuses a document type where it is declared, before anything in it is read.
+class CParserWithoutDocumentTypes : public xercesc::XercesDOMParser
+{
+public:
+    void doctypeDecl(const xercesc::DTDElementDecl&, const XMLCh* const, const XMLCh* const, const bool,
+                     const bool) override
+    {
+        throw CDocumentTypeRefused();
+    }
+};
+
+class CThrowErrors : public xercesc::HandlerBase
+{
+public:
+    void error(const xercesc::SAXParseException& exception) override { throw xercesc::SAXParseException(exception); }
+    void fatalError(const xercesc::SAXParseException& exception) override
+    {
+        throw xercesc::SAXParseException(exception);
+    }
+};
+
+void StartXerces()
+{
+    // Never ended: another user of the library may still be at work when this one is unloaded.
+    static const bool isStarted = []
+    {
+        xercesc::XMLPlatformUtils::Initialize();
+        return true;
+    }();
+    static_cast<void>(isStarted);
+}
+
+void Configure(xercesc::XercesDOMParser& parser, CThrowErrors& errorHandler)
+{
+    parser.setErrorHandler(&errorHandler);
+    parser.setValidationScheme(xercesc::XercesDOMParser::Val_Never);
+    parser.setDoNamespaces(false);
+    parser.setDoSchema(false);
+    parser.setLoadExternalDTD(false);
+    parser.setLoadSchema(false);
+    parser.setDisableDefaultEntityResolution(true);
+}
+
+[[noreturn]] void RefuseXml(const char* where, const std::string& why)
+{
+    ZEL_LOG("Error: XML cannot be read: %s%s", where, why.c_str());
+    FailAssertion(__FILE__, __LINE__);
+}
+
+} // namespace
+
+CXmlParser XmlDocument(const std::wstring& text)
+{
+    const CErrnoKeeper errnoKeeper;
+    StartXerces();
+    const std::string utf8 = Utf16ToUtf8(text);
+    xercesc::MemBufInputSource source(reinterpret_cast<const XMLByte*>(utf8.data()), utf8.size(), "text");
+    source.setEncoding(CXmlText("UTF-8")); // whatever the text itself says it was
+    auto parser = std::make_unique<CParserWithoutDocumentTypes>();
+    CThrowErrors errorHandler;
+    Configure(*parser, errorHandler);
+    try
+    {
+        parser->parse(source);
+    }
+    catch (const CDocumentTypeRefused&)
+    {
+        RefuseXml("", "it declares a document type");
+    }
+    catch (const xercesc::SAXParseException& exception)
+    {
+        RefuseXml("line ",
+                  std::to_string(exception.getLineNumber()) + ": " + Utf16ToUtf8(Widened(exception.getMessage())));
+    }
+    catch (const xercesc::XMLException& exception)
+    {
+        RefuseXml("", Utf16ToUtf8(Widened(exception.getMessage())));
+    }
+    parser->setErrorHandler(nullptr); // it ends with this call
+    ZEL_ASSERT(parser->getDocument());
+    return parser;
+}
+
+std::vector<xercesc::DOMElement*> ChildXmlTags(const xercesc::DOMNode& node, const char* name)
+{
+    const CXmlText wanted(name);
+    std::vector<xercesc::DOMElement*> children;
+    for (xercesc::DOMNode* child = node.getFirstChild(); child; child = child->getNextSibling())
+        if (child->getNodeType() == xercesc::DOMNode::ELEMENT_NODE &&
+            xercesc::XMLString::equals(child->getNodeName(), wanted))
+            children.push_back(static_cast<xercesc::DOMElement*>(child));
+    return children;
+}
+
+xercesc::DOMElement* ChildXmlTag(const xercesc::DOMNode& node, const char* name)
+{
+    const std::vector<xercesc::DOMElement*> children = ChildXmlTags(node, name);
+    return children.empty() ? nullptr : children.front();
+}
+
+std::wstring Attribute(const xercesc::DOMElement& element, const char* name)
+{
+    ZEL_ASSERT(element.hasAttribute(CXmlText(name)));
+    return AttributeIfExists(element, name);
+}
+
+std::wstring AttributeIfExists(const xercesc::DOMElement& element, const char* name)
+{
+    return Widened(element.getAttribute(CXmlText(name)));
+}
+
+} // namespace CIA

@@ -1,0 +1,132 @@
+#include "ZelLoader/Store/TiffStoreReader.h"
+
+#include "CommonUtil/Assertion.h"
+#include "CommonUtil/Log.h"
+
+#include <cwchar>
+
+namespace Zel
+{
+
+namespace
+{
+
+/// The number at the start of a text, 0 where there is none.
+int32_t NumberOf(const std::wstring& text)
+{
+    const CErrnoKeeper errnoKeeper;
+    return static_cast<int32_t>(std::wcstol(text.c_str(), nullptr, 10));
+}
+
+xercesc::DOMElement& NeededChild(const xercesc::DOMNode& node, const char* name)
+{
+    xercesc::DOMElement* child = ChildXmlTag(node, name);
+    ZEL_ASSERT(child);
+    return *child;
+}
+
+} // namespace
+
+CXmlParser CTiffStoreReader::XmlMetadata(TIFF* tif)
+{
+    const char* description = nullptr;
+    if (!CIA::TIFFGetField_mayFail(tif, TIFFTAG_IMAGEDESCRIPTION, &description) || !description || !*description)
+        return nullptr;
+    ZEL_LOG("TODO: validate against xsd file");
+    return XmlDocument(Utf8ToUtf16(description));
+}
+
+void CTiffStoreReader::Read(std::vector<CKorTile>& korTiles, std::vector<CTiffPlace>& tiffPlaces)
+{
+    _KorTiles = &korTiles;
+    _TiffPlaces = &tiffPlaces;
+    if (_Xml)
+        _ImagesOfXml = ChildXmlTags(NeededChild(*_Xml->getDocument(), "OME"), "OME:Image");
+    else
+        _Planes.emplace_back();
+    TIFF* tif = _Directories.TiffFilePtr();
+    ZEL_ASSERT(tif);
+    const uint32_t numOfDirectories = CIA::TIFFNumberOfDirectories(tif);
+    uint32_t imageNumber = 0;
+    for (uint64_t directory = 0; directory < numOfDirectories;)
+    {
+        if (_Xml)
+            ReadPlanesOfXml(imageNumber);
+        AddTilesOfDirectory(static_cast<uint32_t>(directory), imageNumber);
+        ++imageNumber;
+        directory = uint64_t{_Planes.size()} * imageNumber / _SamplesPerPixel;
+    }
+}
+
+void CTiffStoreReader::ReadPlanesOfXml(uint32_t imageNumber)
+{
+    ZEL_ASSERT(imageNumber < _ImagesOfXml.size());
+    const xercesc::DOMElement& pixels = NeededChild(*_ImagesOfXml[imageNumber], "OME:Pixels");
+    _Planes.clear();
+    for (const xercesc::DOMElement* element : ChildXmlTags(pixels, "OME:Plane"))
+    {
+        const auto index = [&](const char* name)
+        { return static_cast<uint32_t>(NumberOf(AttributeIfExists(*element, name))); };
+        CPlane plane;
+        plane.ZIdx = index("TheZ");
+        plane.TIdx = index("TheT");
+        plane.CIdx = index("TheC");
+        plane.LIdx = index("TheL");
+        _Planes.push_back(plane);
+    }
+    const std::wstring samplesPerPixel = Attribute(NeededChild(pixels, "OME:Channel"), "SamplesPerPixel");
+    if (samplesPerPixel != L"1")
+    {
+        const int32_t number = NumberOf(samplesPerPixel);
+        ZEL_ASSERT(number > 0);
+        _SamplesPerPixel = static_cast<uint32_t>(number);
+    }
+}
+
+void CTiffStoreReader::AddTilesOfDirectory(uint32_t directory, uint32_t imageNumber)
+{
+    TIFF* tif = _Directories.SetDirectory(directory);
+    const auto width = CIA::TIFFGetField<uint32_t>(tif, TIFFTAG_IMAGEWIDTH);
+    const auto height = CIA::TIFFGetField<uint32_t>(tif, TIFFTAG_IMAGELENGTH);
+    if (!TIFFIsTiled(tif))
+    {
+        const uint32_t numOfStrips = TIFFNumberOfStrips(tif);
+        AssertRecordsFit(numOfStrips);
+        for (uint32_t strip = 0; strip < numOfStrips; ++strip)
+            AddPlanes(directory, 0, static_cast<int32_t>(strip), imageNumber);
+        return;
+    }
+    const auto tileWidth = CIA::TIFFGetField<uint32_t>(tif, TIFFTAG_TILEWIDTH);
+    const auto tileHeight = CIA::TIFFGetField<uint32_t>(tif, TIFFTAG_TILELENGTH);
+    ZEL_ASSERT(tileWidth != 0 && tileHeight != 0);
+    AssertRecordsFit((uint64_t{width} / tileWidth + 1) * (uint64_t{height} / tileHeight + 1));
+    for (uint64_t y = 0; y < height; y += tileHeight)
+        for (uint64_t x = 0; x < width; x += tileWidth)
+            AddPlanes(directory, static_cast<int32_t>(x / tileWidth), static_cast<int32_t>(y / tileHeight),
+                      imageNumber);
+}
+
+/// A strip or tile takes some bytes of its directory at least, however little it holds.
+void CTiffStoreReader::AssertRecordsFit(uint64_t numOfTiles) const
+{
+    const uint64_t numOfPlanes = _Planes.size() / _SamplesPerPixel + 1;
+    ZEL_ASSERT(_KorTiles->size() <= _FileSize && numOfTiles <= (_FileSize - _KorTiles->size()) / numOfPlanes);
+}
+
+void CTiffStoreReader::AddPlanes(uint32_t directory, int32_t col, int32_t row, uint32_t imageNumber)
+{
+    uint32_t k = 0;
+    for (size_t p = 0; p < _Planes.size(); p += _SamplesPerPixel)
+    {
+        CKorTile tile;
+        tile.Idx = _Planes[p];
+        tile.Idx.ColIdx = col;
+        tile.Idx.RowIdx = row;
+        tile.Idx.PIdx = imageNumber;
+        _KorTiles->push_back(tile);
+        _TiffPlaces->push_back({static_cast<uint16_t>(directory + k), p + _SamplesPerPixel >= _Planes.size()});
+        ++k;
+    }
+}
+
+} // namespace Zel
