@@ -52,8 +52,8 @@ CNode ThumbnailNode(const ByteString& bitmap)
 CNode LayerNode(uint32_t number, const Stack& stack)
 {
     CNode channel = SampleDocuments::Volume(2013, {Int32(10005, static_cast<int32_t>(stack.Id()))});
-    if (stack.Plan().Hidden)
-        channel.Add(Bool(10056, *stack.Plan().Hidden));
+    if (stack.Plan().Display.Hidden)
+        channel.Add(Bool(10056, *stack.Plan().Display.Hidden));
     return SampleDocuments::Volume(2012, {std::move(channel)}).SecondTag(number);
 }
 

@@ -1,6 +1,8 @@
 #pragma once
 
+#include "SampleDocuments/Bitmap.h"
 #include "SampleDocuments/DocumentFile.h"
+#include "SampleDocuments/Regions.h"
 #include "SampleDocuments/Stack.h"
 
 /// The writer of sample documents: slides and stacks as the microscope software leaves them, or with any kind of
@@ -27,6 +29,31 @@
 ///     document.Store(1).Tile({0, 0, 1, 0}).Size = 1u << 31;
 ///     document.WriteTo(folder / "damaged.zel");
 ///
+/// What a host can ask of it besides pixels:
+///
+///     Document()
+///         .With(Stack(1)
+///                   .Channels({CChannel("DAPI", 0, 4096).With(Camera(300)), "FITC"})
+///                   .Lens({.Name = "UPlan 20x", .Magnification = 20, .WorkingDistance = CMeasured(0.6, "10^-3m^1"),
+///                          .ImmersionMedium = Immersion::Oil})
+///                   .ChannelDevice(1, Revolver({.Aperture = 0.75}))
+///                   .Exposure(1200)
+///                   .FrameDevice(0, Camera({}, 12))
+///                   .Stage(1500.5, -20).Experiment("growth").Sample("leaf", "third from the top")
+///                   .LookUpTable(Ramp(256, {255, 0, 0})).StackLimits(10, 200)
+///                   .Operator(3).Transparency(0.5)
+///                   .LayerBlob(Regions({Rectangle("cell", {10, 20}, {30, 40})}))
+///                   .Overview(EncodeJpeg(picture, 85)))
+///         .FileBlob(Regions({Dot("spot", {5, 5})}).AsTree())
+///         .Thumbnail(picture, {.Bits = 4})
+///         .FirstDirectory(picture, FirstDirectoryKind::Jpeg);
+///
+/// Malformed, by name: the tags are those of Tag, the edits those of CNode.
+///
+///     document.StackProperties(1).Drop(Tag::StackName);
+///     document.StackDevice(1, 0).Drop(Tag::Aperture);
+///     document.StackProperties(1).Child(Tag::FrameOrigin).Length(8);            // one double where two are read
+///
 /// Stacks of millions of tiles are streamed: only the stores that were touched by Store() are made in memory.
 ///
 ///     Document().With(Stack(1).Size(256000, 256000).Tiles(256, 256).Jpeg().Contents(Holes(20480))).WriteTo(...)
@@ -50,6 +77,16 @@ struct CDocumentProperties
     std::optional<int32_t> CreatorBuildNumber = 4;
 };
 
+/// What a picture in the first directory is like.
+struct FirstDirectoryKind
+{
+    enum E
+    {
+        Raw, ///< one uncompressed strip
+        Jpeg ///< one strip that is a whole JPEG file
+    };
+};
+
 /// A document: stacks, and all that stands around them in the tree. A plain value.
 ///
 /// It is described first (With and the calls beside it) and edited then: the first call of a handle makes the tree,
@@ -64,10 +101,15 @@ public:
     Document& WithoutProperties();
     Document& WithoutDisplayFlow();
     Document& DisplayOrder(std::vector<uint32_t> stackIds);  ///< that of the stacks if not called
+    Document& Layers(DisplayLayers layers);                  ///< the display flow in all detail; wins over the stacks
     Document& Thumbnail(ByteString bitmapWithoutFileHeader); ///< of the newer layout
     Document& OldThumbnail(ByteString bitmapWithoutFileHeader);
+    Document& Thumbnail(const CPicture& picture, const CBitmapOptions& options = {});
+    Document& OldThumbnail(const CPicture& picture, const CBitmapOptions& options = {});
+    Document& FileBlob(CNode blob); ///< of the whole document; several in the order of the calls
     Document& PersistentId(std::string id);
     Document& FirstDirectory(CTiffDirectory directory); ///< a small RGB picture if not called
+    Document& FirstDirectory(const CPicture& picture, FirstDirectoryKind::E kind);
     Document& WithoutFirstDirectory();
 
     // Handles. References hold until a sibling comes or goes.
@@ -79,9 +121,14 @@ public:
     CNode& DimensionVolume(uint32_t stackId, size_t n);         ///< its nth 2007
     CNode& ChannelVolume(uint32_t stackId, size_t n);           ///< the nth 2008 of its channel dimension
     CNode& DisplayLayer(size_t n);                              ///< the nth 2012
-    CTileStore& Store(uint32_t stackId);                        ///< made in memory by the first call
-    std::vector<CTiffDirectory>& TiffStore(uint32_t stackId);   ///< the same for a TIFF store, written by hand then
-    CDocumentFile& File();                                      ///< header, root, TIFF directories, tail
+    CNode& DocumentProperties();                                ///< 2109
+    /// The properties (120114) of the nth device of a stack, of one of its channels, of one of its frames.
+    CNode& StackDevice(uint32_t stackId, size_t n = 0);
+    CNode& ChannelDevice(uint32_t stackId, size_t channel, size_t n = 0);
+    CNode& FrameDevice(uint32_t stackId, size_t frame, size_t n = 0);
+    CTileStore& Store(uint32_t stackId);                      ///< made in memory by the first call
+    std::vector<CTiffDirectory>& TiffStore(uint32_t stackId); ///< the same for a TIFF store, written by hand then
+    CDocumentFile& File();                                    ///< header, root, TIFF directories, tail
     const Stack& StackOf(uint32_t stackId) const;
     const std::vector<Stack>& Stacks() const { return _Stacks; }
 
@@ -111,6 +158,8 @@ private:
     std::optional<CDocumentProperties> _Properties = CDocumentProperties();
     bool _HasDisplayFlow = true;
     std::optional<std::vector<uint32_t>> _DisplayOrder;
+    std::optional<DisplayLayers> _Layers;
+    std::vector<CNode> _FileBlobs;
     std::optional<ByteString> _Thumbnail;
     std::optional<ByteString> _OldThumbnail;
     std::optional<std::string> _PersistentId;

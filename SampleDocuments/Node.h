@@ -165,6 +165,7 @@ public:
     CNode& ExtraFlags(uint32_t bits);
     CNode& Next(uint32_t offsetFromVolumeHeader);
     CNode& DataSize(uint32_t bytes);
+    CNode& Length(size_t bytes); ///< cuts the value, or fills it with zeros
     CNode& JunkBefore(uint32_t bytes);
 
     // The header of a volume.

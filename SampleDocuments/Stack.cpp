@@ -331,7 +331,7 @@ Stack& Stack::WithoutDisplayLimits()
 
 Stack& Stack::Hidden(bool hidden)
 {
-    _Plan.Hidden = hidden;
+    _Plan.Display.Hidden = hidden;
     return *this;
 }
 

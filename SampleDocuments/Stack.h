@@ -1,6 +1,8 @@
 #pragma once
 
-#include "SampleDocuments/Node.h"
+#include "SampleDocuments/Devices.h"
+#include "SampleDocuments/Display.h"
+#include "SampleDocuments/LookUpTable.h"
 #include "SampleDocuments/TileContents.h"
 #include "SampleDocuments/TileStore.h"
 
@@ -22,7 +24,9 @@ struct DimensionMeaning
     };
 };
 
-/// A channel: its name, and its display limits if they are not those of the stack.
+/// A channel: its name, its display limits if they are not those of the stack, and what else it tells:
+///
+///     CChannel("DAPI", 0, 4096).With(Camera(300)).With(CLookUpTable(Ramp(256, {0, 0, 255})))
 struct CChannel
 {
     CChannel(std::string name) : Name(std::move(name)) {}
@@ -33,6 +37,21 @@ struct CChannel
     std::string Name;
     std::optional<std::pair<double, double>> Limits; ///< the second is one past the largest value
     bool IsWavelength = false;                       ///< carries the node that marks a channel among surplus ones
+    std::optional<CLookUpTable> Table;
+    std::optional<COpticalPath> OpticalPath; ///< an empty one is a node without devices
+
+    CChannel& With(CLookUpTable table)
+    {
+        Table = std::move(table);
+        return *this;
+    }
+    CChannel& With(CDevice device)
+    {
+        if (!OpticalPath)
+            OpticalPath.emplace();
+        OpticalPath->push_back(std::move(device));
+        return *this;
+    }
 };
 
 /// A dimension of a stack. What is not set is not written: `{.Meaning = DimensionMeaning::T, .NumOfPoints = 3}` is a
@@ -102,6 +121,23 @@ struct CFrameCoordinates
     std::string Unit;
 };
 
+/// The stage and the words that go with a picture. What is not set is not written.
+struct CAcquisition
+{
+    std::optional<CMeasured> StageX = {};
+    std::optional<CMeasured> StageY = {};
+    std::optional<std::string> ExperimentName = {};
+    std::optional<std::string> SampleName = {};
+    std::optional<std::string> SampleDescription = {};
+};
+
+/// What a single frame has beyond the others.
+struct CFrameExtras
+{
+    std::optional<COpticalPath> OpticalPath = {};
+    std::vector<CNode> Blobs = {};
+};
+
 /// Everything that is known of a stack, as plain data with the defaults of a one-tile stack of 8-bit grey pixels.
 struct CStackPlan
 {
@@ -144,7 +180,15 @@ struct CStackPlan
     std::optional<std::pair<int32_t, int32_t>> AxisMeanings;
     std::optional<std::pair<double, double>> Limits; ///< from 0 to all of a component's bits if not set
     bool HasLimits = true;
-    std::optional<bool> Hidden; ///< the flag in the display layer; not set: no flag at all
+    std::optional<std::pair<double, double>> StackLimits; ///< those at the level of the stack, channels or not
+    std::optional<CLookUpTable> Table;                    ///< of a stack without channels, or of all of them
+    std::optional<COpticalPath> OpticalPath;
+    std::optional<CAcquisition> Acquisition;
+    CDisplayChannel Display; ///< the stack's channel in the display flow
+
+    std::vector<CNode> LayerBlobs;
+    std::map<uint32_t, std::vector<CNode>> ChannelBlobs; ///< by number of the channel
+    std::map<size_t, CFrameExtras> FrameExtras;          ///< by number of the frame, in the order of the file
 };
 
 /// A stack of a document, described so that a test can be read:
@@ -228,7 +272,36 @@ public:
     Stack& StackType(int32_t type);
     Stack& DisplayLimits(double lower, double upper);
     Stack& WithoutDisplayLimits();
+    Stack& StackLimits(double lower, double upper); ///< at the level of the stack even if it has channels
+    Stack& AxisMeanings(int32_t axis0, int32_t axis1);
+    Stack& LookUpTable(CLookUpTable table);
+
+    // The display flow.
     Stack& Hidden(bool hidden = true); ///< writes the flag, true or false
+    Stack& Operator(int32_t id);
+    Stack& Transparency(double value);
+    Stack& Display(CDisplayChannel channel); ///< all of it, in the place of what was said before
+
+    // Devices. A channel has to be described before it can be given one; frames are numbered in the order of the file.
+    Stack& Lens(CObjectiveLens lens); ///< a revolver
+    Stack& Exposure(int64_t time);    ///< a camera
+    Stack& OldExposure(int32_t time); ///< a camera of an older document
+    Stack& Device(CDevice device);
+    Stack& ChannelDevice(uint32_t channel, CDevice device);
+    Stack& FrameDevice(size_t frame, CDevice device);
+
+    // The stage and the words that go with a picture.
+    Stack& Stage(double x, double y, std::string unit = "10^-6m^1");
+    Stack& Stage(std::optional<CMeasured> x, std::optional<CMeasured> y);
+    Stack& Experiment(std::string name);
+    Stack& Sample(std::string name, std::string description);
+
+    // Blobs: Regions, or Blob() for any other kind. Several are written in the order of the calls.
+    Stack& LayerBlob(CNode blob);
+    Stack& FrameBlob(size_t frame, CNode blob);
+    Stack& ChannelBlob(uint32_t channel, CNode blob);
+    /// The overview picture of the whole slide: the first blob of the first frame.
+    Stack& Overview(ByteString encodedPicture);
 
     /// All of it, for what has no call of its own.
     CStackPlan& Plan() { return _Plan; }
