@@ -207,7 +207,7 @@ TEST(MeasurementBlob, GoesOnBehindWhatWasReadOfATree)
     const ByteString second = CMeasurements{{CMeasObj{Volume(0, {Int32(6, 1)})}}}.ToBytes();
     CMeasurements measurements{.Objects = {CMeasObj{}}, .Count = 2};
     ByteString payload = measurements.ToBytes();
-    payload.resize(payload.size() - 4);
+    payload.erase(payload.end() - 4, payload.end());
     payload.insert(payload.end(), second.begin() + 12, second.end());
     CTree tree(Volume(0, {Blob(RoiMeasurements, 3, payload)}));
     auto& blob = tree.Child<CZelDataFieldForBlobWithZelTags>();
