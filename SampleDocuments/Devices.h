@@ -61,7 +61,7 @@ struct CDevice
 {
     uint32_t Id = 1;                     ///< the tag of its node; readers take those below 100 for devices
     std::optional<int32_t> SubType = {}; ///< one of DeviceSubType; readers take a device without it for a camera
-    CObjectiveLens Lens;
+    CObjectiveLens Lens = {};
     std::optional<int64_t> Exposure = {};    ///< in the unit that the document chose; readers hand it on as it is
     std::optional<int32_t> OldExposure = {}; ///< of older documents, in thousands of that unit
     bool HasProperties = true;               ///< false: no node for all of the above but the subtype

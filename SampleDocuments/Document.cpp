@@ -1,6 +1,7 @@
 #include "SampleDocuments/Document.h"
 
 #include "SampleDocuments/StackTree.h"
+#include "SampleDocuments/Tags.h"
 #include "SampleDocuments/TiffWriter.h"
 
 namespace SampleDocuments
@@ -9,52 +10,12 @@ namespace SampleDocuments
 namespace
 {
 
-constexpr uint32_t TagOfValue = 268435458;
-
-CNode PropertySet(const CDocumentProperties& properties)
+CDisplayChannel DisplayOf(const Stack& stack)
 {
-    CNode set = Volume(2109);
-    const auto addText = [&set](uint32_t tag, const std::optional<std::string>& text)
-    {
-        if (text)
-            set.Add(Text(tag, *text));
-    };
-    const auto addTime = [&set](uint32_t tag, const std::optional<int64_t>& time)
-    {
-        if (time)
-            set.Add(Int64(tag, *time, FieldCode::Int64TimeStamp));
-    };
-    const auto addNumber = [&set](uint32_t tag, const std::optional<int32_t>& number)
-    {
-        if (number)
-            set.Add(Int32(tag, *number));
-    };
-    addText(13, properties.Note);
-    addTime(14, properties.CreationTime);
-    addTime(23, properties.LastSavedTime);
-    addText(15, properties.Author);
-    addText(17, properties.CreatorName);
-    addText(34, properties.ProductName);
-    addText(35, properties.ProductVersion);
-    addText(54, properties.FamilyId);
-    addNumber(18, properties.CreatorMajorVersion);
-    addNumber(19, properties.CreatorMinorVersion);
-    addNumber(20, properties.CreatorSubVersion);
-    addNumber(21, properties.CreatorBuildNumber);
-    return set;
-}
-
-CNode ThumbnailNode(const ByteString& bitmap)
-{
-    return SampleDocuments::Volume(38, {ByteArray(TagOfValue, bitmap)});
-}
-
-CNode LayerNode(uint32_t number, const Stack& stack)
-{
-    CNode channel = SampleDocuments::Volume(2013, {Int32(10005, static_cast<int32_t>(stack.Id()))});
-    if (stack.Plan().Display.Hidden)
-        channel.Add(Bool(10056, *stack.Plan().Display.Hidden));
-    return SampleDocuments::Volume(2012, {std::move(channel)}).SecondTag(number);
+    CDisplayChannel channel = stack.Plan().Display;
+    if (!channel.StackId)
+        channel.StackId = static_cast<int32_t>(stack.Id());
+    return channel;
 }
 
 CTiffDirectory SmallOverview()
@@ -64,109 +25,21 @@ CTiffDirectory SmallOverview()
 
 } // namespace
 
-void Document::ThrowIfBuilt() const
-{
-    if (_File)
-        throw CSampleError("document: describe all of it before the first handle is taken");
-}
-
-Document& Document::With(Stack stack)
-{
-    ThrowIfBuilt();
-    _Stacks.push_back(std::move(stack));
-    return *this;
-}
-
-Document& Document::VersionNumber(std::vector<uint32_t> numbers)
-{
-    ThrowIfBuilt();
-    _VersionNumber = std::move(numbers);
-    return *this;
-}
-
-Document& Document::Properties(CDocumentProperties properties)
-{
-    ThrowIfBuilt();
-    _Properties = std::move(properties);
-    return *this;
-}
-
-Document& Document::WithoutProperties()
-{
-    ThrowIfBuilt();
-    _Properties.reset();
-    return *this;
-}
-
-Document& Document::WithoutDisplayFlow()
-{
-    ThrowIfBuilt();
-    _HasDisplayFlow = false;
-    return *this;
-}
-
-Document& Document::DisplayOrder(std::vector<uint32_t> stackIds)
-{
-    ThrowIfBuilt();
-    _DisplayOrder = std::move(stackIds);
-    return *this;
-}
-
-Document& Document::Thumbnail(ByteString bitmapWithoutFileHeader)
-{
-    ThrowIfBuilt();
-    _Thumbnail = std::move(bitmapWithoutFileHeader);
-    return *this;
-}
-
-Document& Document::OldThumbnail(ByteString bitmapWithoutFileHeader)
-{
-    ThrowIfBuilt();
-    _OldThumbnail = std::move(bitmapWithoutFileHeader);
-    return *this;
-}
-
-Document& Document::PersistentId(std::string id)
-{
-    ThrowIfBuilt();
-    _PersistentId = std::move(id);
-    return *this;
-}
-
-Document& Document::FirstDirectory(CTiffDirectory directory)
-{
-    ThrowIfBuilt();
-    _FirstDirectory = std::move(directory);
-    return *this;
-}
-
-Document& Document::WithoutFirstDirectory()
-{
-    ThrowIfBuilt();
-    _HasFirstDirectory = false;
-    return *this;
-}
-
 CNode Document::DisplayFlow() const
 {
-    CNode flow = SampleDocuments::Volume(2011);
-    if (!_DisplayOrder)
-        for (uint32_t i = 0; i < _Stacks.size(); ++i)
-            flow.Add(LayerNode(i, _Stacks[i]));
+    DisplayLayers layers;
+    if (_Layers)
+        layers = *_Layers;
+    else if (_DisplayOrder)
+        for (const uint32_t stackId : *_DisplayOrder)
+            layers.push_back({DisplayOf(StackOf(stackId))});
     else
-        for (uint32_t i = 0; i < _DisplayOrder->size(); ++i)
-            flow.Add(LayerNode(i, StackOf((*_DisplayOrder)[i])));
+        for (const Stack& stack : _Stacks)
+            layers.push_back({DisplayOf(stack)});
+    CNode flow = SampleDocuments::Volume(Tag::DisplayFlow);
+    for (uint32_t i = 0; i < layers.size(); ++i)
+        flow.Add(DisplayLayerNode(i, layers[i]));
     return flow;
-}
-
-CNode Document::OldProperties() const
-{
-    CNode old = SampleDocuments::Volume(2);
-    if (_PersistentId)
-        old.Add(Text(50, *_PersistentId));
-    if (_OldThumbnail)
-        old.Add(ThumbnailNode(*_OldThumbnail));
-    return old;
 }
 
 void Document::AddStacks(CNode& collection, std::vector<CTiffDirectory>& directories) const
@@ -199,19 +72,14 @@ CDocumentFile& Document::File()
     CDocumentFile file;
     if (_HasFirstDirectory)
         file.Directories.push_back(_FirstDirectory.value_or(SmallOverview()));
-    CNode collection = SampleDocuments::Volume(2000, {UInt32s(2035, _VersionNumber)});
+    CNode collection = SampleDocuments::Volume(Tag::Collection, {UInt32s(Tag::VersionNumber, _VersionNumber)});
     if (_Properties || _Thumbnail)
-    {
-        CNode set = PropertySet(_Properties.value_or(CDocumentProperties()));
-        if (!_Properties)
-            set.Children().clear();
-        if (_Thumbnail)
-            set.Add(ThumbnailNode(*_Thumbnail));
-        collection.Add(SampleDocuments::Volume(2004, {std::move(set)}));
-    }
+        collection.Add(SampleDocuments::Volume(Tag::CollectionProperties, {PropertySet()}));
     if (_HasDisplayFlow)
         collection.Add(DisplayFlow());
     AddStacks(collection, file.Directories);
+    for (const CNode& blob : _FileBlobs)
+        collection.Add(blob);
     file.Root.Add(std::move(collection));
     if (_PersistentId || _OldThumbnail)
         file.Root.Add(OldProperties());

@@ -149,6 +149,7 @@ public:
 private:
     void ThrowIfBuilt() const;
     CNode DisplayFlow() const;
+    CNode PropertySet() const;
     CNode OldProperties() const;
     void AddStacks(CNode& collection, std::vector<CTiffDirectory>& directories) const;
     void WriteStore(const Stack& stack, const std::filesystem::path& path) const;

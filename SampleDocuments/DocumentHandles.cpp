@@ -1,5 +1,6 @@
 #include "SampleDocuments/Document.h"
 #include "SampleDocuments/StackTree.h"
+#include "SampleDocuments/Tags.h"
 
 #include <algorithm>
 
@@ -51,6 +52,41 @@ CNode& Document::ChannelVolume(uint32_t stackId, size_t n)
 CNode& Document::DisplayLayer(size_t n)
 {
     return Volume({2000, 2011, Nth(2012, n)});
+}
+
+CNode& Document::DocumentProperties()
+{
+    return Volume({Tag::Collection, Tag::CollectionProperties, Tag::PropertySet});
+}
+
+namespace
+{
+
+/// The properties of the nth device on the optical path of a node, whatever IDs its devices bear.
+CNode& DeviceBelow(CNode& node, size_t n)
+{
+    CNode& path = node.Child(Tag::OpticalPath);
+    if (n >= path.Children().size())
+        throw CSampleError("document: there is no device " + std::to_string(n) + "; the optical path has " +
+                           std::to_string(path.Children().size()));
+    return path.Children()[n].Child(Tag::DeviceProperties);
+}
+
+} // namespace
+
+CNode& Document::StackDevice(uint32_t stackId, size_t n)
+{
+    return DeviceBelow(StackProperties(stackId), n);
+}
+
+CNode& Document::ChannelDevice(uint32_t stackId, size_t channel, size_t n)
+{
+    return DeviceBelow(ChannelVolume(stackId, channel), n);
+}
+
+CNode& Document::FrameDevice(uint32_t stackId, size_t frame, size_t n)
+{
+    return DeviceBelow(Frame(stackId, frame).Child(Tag::FrameProperties), n);
 }
 
 CTileStore& Document::Store(uint32_t stackId)

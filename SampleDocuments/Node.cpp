@@ -85,6 +85,12 @@ CNode& CNode::DataSize(uint32_t bytes)
     return *this;
 }
 
+CNode& CNode::Length(size_t bytes)
+{
+    _Value.resize(bytes);
+    return *this;
+}
+
 CNode& CNode::JunkBefore(uint32_t bytes)
 {
     _Field.JunkBefore = bytes;

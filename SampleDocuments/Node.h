@@ -238,6 +238,10 @@ CNode Int64s(uint32_t tag, const std::vector<int64_t>& values, uint32_t code = F
 CNode Floats(uint32_t tag, const std::vector<float>& values, uint32_t code = FieldCode::Float);
 CNode Doubles(uint32_t tag, const std::vector<double>& values, uint32_t code = FieldCode::Double);
 CNode ByteArray(uint32_t tag, ByteString values, uint32_t code = FieldCode::UChar);
+/// Two doubles under the code for two, as documents have them; any other number under one that lets it pass.
+CNode TwoDoubles(uint32_t tag, const std::vector<double>& values);
+/// Left, top, right, bottom under the code for rectangles; any other number under one that lets it pass.
+CNode Rect(uint32_t tag, const std::vector<int32_t>& values);
 
 /// Any field at all: a code, known or not, and the bytes of the value.
 CNode Field(uint32_t tag, uint32_t code, ByteString value = {});

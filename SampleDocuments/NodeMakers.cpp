@@ -119,6 +119,16 @@ CNode ByteArray(uint32_t tag, ByteString values, uint32_t code)
     return CNode(tag, code, std::move(values)).MarkedAsArray();
 }
 
+CNode TwoDoubles(uint32_t tag, const std::vector<double>& values)
+{
+    return Doubles(tag, values, values.size() == 2 ? FieldCode::DoubleArr2 : FieldCode::DoubleArr2Interval);
+}
+
+CNode Rect(uint32_t tag, const std::vector<int32_t>& values)
+{
+    return Int32s(tag, values, values.size() == 4 ? FieldCode::IntArr4Rect : FieldCode::IntArrVari);
+}
+
 CNode Field(uint32_t tag, uint32_t code, ByteString value)
 {
     return CNode(tag, code, std::move(value));

@@ -52,7 +52,8 @@ struct RegionGeometry
     };
 };
 
-/// A region of interest: a shape that somebody drew. Points come in the order of RegionGeometry, in both forms.
+/// A region of interest: a shape that somebody drew. Points come in the order of RegionGeometry, in both forms; those
+/// that the tree form of a class has no tags for are left out there. What is not set is not written.
 struct CRegion
 {
     CRegion() = default;
@@ -60,16 +61,20 @@ struct CRegion
         : ShapeClass(std::move(shapeClass)), Name(std::move(name)), Points(std::move(points))
     {
     }
-    std::string ShapeClass;
-    std::string Name;
+
+    std::optional<std::string> ShapeClass;
+    std::optional<std::string> Name;
     std::vector<CPoint> Points;
-    std::optional<int32_t> ObjectType = 1;       ///< of the XML form
+    bool HasPoints = true; ///< false: not even an empty list of them
+
+    std::optional<int32_t> ObjectType = 1;     ///< of the XML form
+    std::function<void(std::string&)> EditXml; ///< of the XML form: whatever else is different in the object's element
+
     std::optional<RegionGeometry::E> Geometry;   ///< of the tree form: other tags than the class has
     std::optional<int32_t> NumOfPoints;          ///< of the tree form: the count that is told
-    std::function<void(CNode& root)> EditTree;   ///< of the tree form: whatever else is to be different
-    std::function<void(std::string&)> EditXml;   ///< of the XML form: the same, with the object's element as UTF-8
-    std::string XmlBeforeTree = "<Properties/>"; ///< of the tree form: what stands before the tree of the object
-    std::optional<uint32_t> SizeOfXmlBeforeTree; ///< worked out if not set; what stands there takes 2 bytes more
+    std::function<void(CNode& root)> EditTree;   ///< of the tree form: whatever else is different in the object's tree
+    std::string XmlBeforeTree = "<Properties/>"; ///< of the tree form: a text that stands before the object's tree
+    std::optional<uint32_t> SizeOfXmlBeforeTree; ///< worked out if not set: that of the text and 2 bytes before it
 };
 
 /// The tags that the tree form of a class uses; Points for those that have none of their own.
@@ -88,6 +93,12 @@ CRegion Dot(std::string name, CPoint at);
 
 /// A region of each class that both forms know to draw, around (100, 100), named after its class.
 std::vector<CRegion> RegionOfEachClass();
+
+/// The element of a region in the XML form, in UTF-8.
+std::string XmlOf(const CRegion& region);
+
+/// The tree of a region in the tree form, from its root.
+CNode TreeOf(const CRegion& region);
 
 /// So many small rectangles, circles, polygons, lines and dots in turn, spread over a picture: "Region 0", ...
 std::vector<CRegion> ManyRegions(size_t numOfRegions, uint32_t pictureWidth, uint32_t pictureHeight);

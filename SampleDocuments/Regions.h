@@ -60,6 +60,9 @@ public:
     operator CNode() const { return ToBlob(); }
 
 private:
+    ByteString XmlPayload() const;
+    ByteString TreePayload() const;
+
     bool _IsTree = false;
     uint32_t _BlobId = BlobId::RoiMeasurements;
     std::vector<CRegion> _Regions;

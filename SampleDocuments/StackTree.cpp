@@ -1,84 +1,14 @@
 #include "SampleDocuments/StackTree.h"
 
+#include "SampleDocuments/Tags.h"
+
 #include <algorithm>
-#include <cmath>
 
 namespace SampleDocuments
 {
 
 namespace
 {
-
-/// Limits that use all bits of a component: the second number is one past the largest value.
-std::pair<double, double> AllOf(uint32_t componentType)
-{
-    const int bits = 8 * static_cast<int>(BytesOfComponent(componentType));
-    switch (componentType)
-    {
-    case ComponentType::Float:
-    case ComponentType::Double:
-        return {0, 1};
-    case ComponentType::Uint64: // 2^64 itself is more than a reader can hold
-    case ComponentType::Int8:
-    case ComponentType::Int16:
-    case ComponentType::Int32:
-    case ComponentType::Int64:
-        return {0, std::ldexp(1, bits - 1)};
-    default:
-        return {0, std::ldexp(1, bits)};
-    }
-}
-
-CNode LimitsNode(const std::pair<double, double>& limits)
-{
-    return Doubles(2003, {limits.first, limits.second}, FieldCode::DoubleArr2);
-}
-
-bool HasChannels(const CStackPlan& plan)
-{
-    return std::any_of(plan.Dimensions.begin(), plan.Dimensions.end(),
-                       [](const CStackDimension& dimension) { return dimension.Meaning == DimensionMeaning::Channel; });
-}
-
-CNode PropertiesOf(const CStackPlan& plan)
-{
-    CNode properties = Volume(2005);
-    if (plan.Name)
-        properties.Add(Text(2030, *plan.Name));
-    if (plan.CreationTime)
-        properties.Add(Int64(2015, *plan.CreationTime, FieldCode::Int64TimeStamp));
-    if (plan.StackType)
-        properties.Add(Int32(2074, *plan.StackType));
-    if (plan.Origin)
-        properties.Add(Doubles(2018, *plan.Origin, FieldCode::DoubleArr2));
-    if (plan.Scale)
-        properties.Add(Doubles(2019, *plan.Scale, FieldCode::DoubleArr2));
-    if (plan.Unit)
-        properties.Add(Text(2020, *plan.Unit));
-    if (plan.YUnit)
-        properties.Add(Text(2064, *plan.YUnit));
-    if (plan.AxisMeanings)
-        properties.Add(Int32(2451, plan.AxisMeanings->first)).Add(Int32(2452, plan.AxisMeanings->second));
-    if (plan.HasLimits && !HasChannels(plan))
-        properties.Add(LimitsNode(plan.Limits.value_or(AllOf(plan.Pixels.ComponentType))));
-    return properties;
-}
-
-CNode ChannelNode(const CStackPlan& plan, const CStackDimension& dimension, uint32_t number)
-{
-    CNode entry = Volume(2008).SecondTag(number);
-    if (dimension.IsMeaningWritten)
-        entry.Add(Int32(2023, dimension.Meaning));
-    const CChannel* channel = number < dimension.Channels.size() ? &dimension.Channels[number] : nullptr;
-    entry.Add(Text(2021, channel ? channel->Name : "Channel " + std::to_string(number)));
-    if (channel && channel->Limits)
-        entry.Add(LimitsNode(*channel->Limits));
-    else if (plan.HasLimits)
-        entry.Add(LimitsNode(plan.Limits.value_or(AllOf(plan.Pixels.ComponentType))));
-    if (channel && channel->IsWavelength)
-        entry.Add(Volume(2417));
-    return entry;
-}
 
 CNode PointsNode(const CStackDimension& dimension)
 {
@@ -87,12 +17,12 @@ CNode PointsNode(const CStackDimension& dimension)
         uint32_t Start;
         uint32_t Step;
     };
-    const CTags tags = dimension.Meaning == DimensionMeaning::Z   ? CTags{2012, 2013}
-                       : dimension.Meaning == DimensionMeaning::T ? CTags{2100, 2016}
-                                                                  : CTags{2039, 2040};
-    CNode entry = Volume(2008);
+    const CTags tags = dimension.Meaning == DimensionMeaning::Z   ? CTags{Tag::ZStart, Tag::ZStep}
+                       : dimension.Meaning == DimensionMeaning::T ? CTags{Tag::TStart, Tag::TStep}
+                                                                  : CTags{Tag::LambdaStart, Tag::LambdaStep};
+    CNode entry = Volume(Tag::DimensionEntry);
     if (dimension.IsMeaningWritten)
-        entry.Add(Int32(2023, dimension.Meaning));
+        entry.Add(Int32(Tag::Meaning, dimension.Meaning));
     if (dimension.Start)
         entry.Add(Valued(tags.Start, *dimension.Start, dimension.StartUnit));
     if (dimension.Step)
@@ -102,12 +32,12 @@ CNode PointsNode(const CStackDimension& dimension)
 
 CNode DimensionNode(const CStackPlan& plan, const CStackDimension& dimension)
 {
-    CNode node = Volume(2007);
+    CNode node = Volume(Tag::Dimension);
     if (dimension.Meaning == DimensionMeaning::Channel)
     {
         const uint32_t entries = std::max(dimension.NumOfPoints, static_cast<uint32_t>(dimension.Channels.size()));
         for (uint32_t i = 0; i < entries; ++i)
-            node.Add(ChannelNode(plan, dimension, i));
+            node.Add(ChannelNodeOf(plan, dimension, i));
     }
     else if (dimension.Meaning != DimensionMeaning::Dummy)
         node.Add(PointsNode(dimension));
@@ -120,39 +50,61 @@ std::vector<int32_t> BoundaryOf(const CStackPlan& plan)
         std::vector<int32_t>{0, 0, static_cast<int32_t>(plan.Width), static_cast<int32_t>(plan.Height)});
 }
 
-void AddCoordinates(CNode& frame, const CStackPlan& plan, const CIndexes& at)
+void AddProperties(CNode& frame, const CStackPlan& plan, const CIndexes& at, const CFrameExtras& extras)
 {
-    CNode properties = Volume(2006);
+    CNode properties = Volume(Tag::FrameProperties);
     for (const auto& [dimension, coordinates] : plan.Coordinates)
     {
         const uint32_t index = dimension == DimensionMeaning::Z ? at.Z : dimension == DimensionMeaning::T ? at.T : at.L;
-        const uint32_t tag = dimension == DimensionMeaning::Z ? 2014 : dimension == DimensionMeaning::T ? 2017 : 2041;
+        const uint32_t tag = dimension == DimensionMeaning::Z   ? Tag::FrameZ
+                             : dimension == DimensionMeaning::T ? Tag::FrameT
+                                                                : Tag::FrameLambda;
         if (index < coordinates.Values.size())
             properties.Add(Valued(tag, coordinates.Values[index], coordinates.Unit));
     }
+    if (extras.OpticalPath)
+        properties.Add(OpticalPathNode(*extras.OpticalPath));
     if (plan.HasFramePropertiesAlways || !properties.Children().empty())
         frame.Add(std::move(properties));
 }
 
-CNode FrameNode(const CStackPlan& plan, const CIndexes& at, uint32_t directory)
+CNode FrameNode(const CStackPlan& plan, const CIndexes& at, uint32_t directory, const CFrameExtras& extras)
 {
-    CNode frame = Volume(2002);
-    AddCoordinates(frame, plan, at);
+    CNode frame = Volume(Tag::Frame);
+    AddProperties(frame, plan, at, extras);
     switch (plan.Storage)
     {
     case StackStorage::InDocument:
-        frame.Add(TiffIfd(2016, directory));
-        frame.Add(Volume(2037, {Int32s(2053, BoundaryOf(plan), FieldCode::IntArr4Rect)}));
+        frame.Add(TiffIfd(Tag::FrameDirectory, directory));
+        frame.Add(Volume(Tag::FramePixels, {Rect(Tag::Boundary, BoundaryOf(plan))}));
         break;
     case StackStorage::VectorGraphics:
-        frame.Add(Volume(2017));
+        frame.Add(Volume(Tag::FrameVectorGraphics));
         break;
     default:
-        frame.Add(Volume(2018, {Int32s(2053, BoundaryOf(plan), FieldCode::IntArr4Rect)}));
+        frame.Add(Volume(Tag::FrameStore, {Rect(Tag::Boundary, BoundaryOf(plan))}));
         if (plan.Shift)
-            frame.Child(2018).Add(Int32s(2410, *plan.Shift, FieldCode::IntArrVari));
+            frame.Child(Tag::FrameStore).Add(Int32s(Tag::Shift, *plan.Shift, FieldCode::IntArrVari));
     }
+    for (const CNode& blob : extras.Blobs)
+        frame.Add(blob);
     return frame;
+}
+
+void AddBlobs(CNode& stack, const CStackPlan& plan)
+{
+    for (const CNode& blob : plan.LayerBlobs)
+        stack.Add(blob);
+    for (const auto& [channel, blobs] : plan.ChannelBlobs)
+        stack.Add(Volume(Tag::ChannelProperties, blobs).SecondTag(channel));
+}
+
+void CheckFrameExtras(const CStackPlan& plan, size_t numOfFrames)
+{
+    if (!plan.FrameExtras.empty() && plan.FrameExtras.rbegin()->first >= numOfFrames)
+        throw CSampleError("stack " + std::to_string(plan.Id) + ": there is no frame " +
+                           std::to_string(plan.FrameExtras.rbegin()->first) + "; it has " +
+                           std::to_string(numOfFrames));
 }
 
 } // namespace
@@ -160,14 +112,21 @@ CNode FrameNode(const CStackPlan& plan, const CIndexes& at, uint32_t directory)
 CNode TreeOf(const Stack& stack, uint32_t firstDirectory)
 {
     const CStackPlan& plan = stack.Plan();
-    CNode node = Volume(2001).SecondTag(plan.Id);
-    node.Add(UInt32s(2003, stack.NumOfPointsPerDim()));
-    node.Add(PropertiesOf(plan));
+    CNode node = Volume(Tag::Stack).SecondTag(plan.Id);
+    node.Add(UInt32s(Tag::Counts, stack.NumOfPointsPerDim()));
+    node.Add(StackPropertiesNodeOf(plan));
     for (const CStackDimension& dimension : plan.Dimensions)
         node.Add(DimensionNode(plan, dimension));
-    uint32_t directory = firstDirectory;
-    for (const CIndexes& at : stack.FrameNodes())
-        node.Add(FrameNode(plan, at, directory++));
+    AddBlobs(node, plan);
+    const std::vector<CIndexes> frames = stack.FrameNodes();
+    CheckFrameExtras(plan, frames.size());
+    const CFrameExtras none;
+    for (size_t i = 0; i < frames.size(); ++i)
+    {
+        const auto extras = plan.FrameExtras.find(i);
+        node.Add(FrameNode(plan, frames[i], firstDirectory + static_cast<uint32_t>(i),
+                           extras == plan.FrameExtras.end() ? none : extras->second));
+    }
     return node;
 }
 

@@ -10,6 +10,12 @@ namespace SampleDocuments
 /// TIFF directory that the first frame refers to, if the stack lies in the document.
 CNode TreeOf(const Stack& stack, uint32_t firstDirectory);
 
+/// The properties of a stack (tag 2005).
+CNode StackPropertiesNodeOf(const CStackPlan& plan);
+
+/// The entry of a channel in a channel dimension (tag 2008).
+CNode ChannelNodeOf(const CStackPlan& plan, const CStackDimension& dimension, uint32_t number);
+
 /// The TIFF directories of a stack: one to a frame if it lies in the document, one to a level and frame in a TIFF store
 /// (the XML in the first), else none.
 std::vector<CTiffDirectory> DirectoriesOf(const Stack& stack);
