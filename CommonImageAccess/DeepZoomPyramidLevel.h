@@ -52,12 +52,15 @@ protected:
     bool PixelOrRealWorldWidth_init(double& varToInit) override;
     bool PixelOrRealWorldHeight_init(double& varToInit) override;
     bool ZoomoutFactor_init(double& varToInit) override;
+    bool BrixPropset_init(const wchar_t* propsetKey, const AC_PARAMS& params, CBrixPropset& propset) override;
     virtual bool NumOfCols_init(uint32_t& varToInit) = 0;
     virtual bool NumOfRows_init(uint32_t& varToInit) = 0;
     /// True when no tile of another level lies between two tiles of this one.
     virtual bool DeepZoomTilesAreTogetherOnDisk() = 0;
 
 private:
+    struct CPropsetHandler;
+    bool BrixPropset_PixelLength(const AC_PARAMS& params, CBrixPropset& propset);
     double FirstPointForCropOfMatrix(bool isX, int32_t crop);
 
     CMultiDimImage& _ParentMultiDimImg;

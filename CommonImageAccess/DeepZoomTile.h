@@ -58,10 +58,17 @@ protected:
     bool PixelOrRealWorldWidth_init(double& varToInit) override;
     bool PixelOrRealWorldHeight_init(double& varToInit) override;
     bool ZoomoutFactor_init(double& varToInit) override;
+    bool BrixPropset_init(const wchar_t* propsetKey, const AC_PARAMS& params, CBrixPropset& propset) override;
     /// PixelBuf with a rectangle that lies within the tile.
     virtual bool PixelBuf_rValidated(CByteArray& buf, const CPixelRect& r) = 0;
 
 private:
+    struct CPropsetHandler;
+    bool BrixPropset_StimulationROIList(const AC_PARAMS& params, CBrixPropset& propset);
+    bool BrixPropset_StimulationROIInfo(const AC_PARAMS& params, CBrixPropset& propset);
+    bool BrixPropset_AxisPosition(const AC_PARAMS& params, CBrixPropset& propset);
+    bool BrixPropset_JpegTables(const AC_PARAMS& params, CBrixPropset& propset);
+
     const int32_t TileColIdx;
     const int32_t TileRowIdx;
     CDeepZoomPyramidLevel& _ParentLevel;

@@ -35,6 +35,17 @@ const CMultiDimImages& CImgDoc::MultiDimImages()
     return _MultiDimImages;
 }
 
+const StringMap& CImgDoc::BrixCustomProperties()
+{
+    if (_BrixCustomProperties.empty())
+    {
+        StringMap properties;
+        if (BrixCustomProperties_init(properties))
+            _BrixCustomProperties = std::move(properties);
+    }
+    return _BrixCustomProperties;
+}
+
 CMultiDimImage* CImgDoc::BrixGetGroup(uint32_t groupNumber)
 {
     if (BrixGroups.empty())

@@ -23,6 +23,7 @@ enum tagImgDocFormat : int32_t
 using ImgDocFormat = tagImgDocFormat;
 
 using CImgDocFileUnits = std::map<uint32_t, std::unique_ptr<CImgDocFileUnit>>;
+using StringMap = std::map<std::wstring, const wchar_t*>; ///< the texts pointed at live for ever
 using CMultiDimImages = std::map<uint32_t, std::unique_ptr<CMultiDimImage>>; ///< by image ID
 
 /// One opened document, and the only object whose lifetime the host controls: it owns its side files and images, and
@@ -35,6 +36,30 @@ public:
     ~CImgDoc() override;
 
     virtual ImgDocFormat Format() = 0;
+    /// The version of the file format, "2 build 1"; asserts that the document tells it.
+    virtual std::wstring FileFormatVersion() = 0;
+    /// Serves one item of custom data: fills or sizes the buffer. False with EINVAL for an unknown key or wrong
+    /// parameters.
+    virtual bool BrixCustomProperty(const wchar_t* key,
+                                    const CommonUtil::CArrayStartAndSize<const AC_PARAM_ELEMENT>& params,
+                                    CByteArray& buffer) = 0;
+    /// The thumbnail as a BMP file: fills or sizes the buffer. False with EINVAL when the buffer is too small, ENOPKG
+    /// when the document has none that can be read.
+    virtual bool Thumbnail(CByteArray& buffer) = 0;
+    // Texts of the document: empty when it does not tell them. Those given by pointer live as long as the document.
+    virtual const wchar_t* DocPersistentID() = 0;
+    virtual const wchar_t* Description() = 0;
+    virtual std::wstring CreationTime() = 0; ///< "2015-09-13T12:26:40+00:00"
+    virtual const wchar_t* Author() = 0;
+    virtual const wchar_t* CreatorSoftwareName() = 0;
+    virtual std::wstring CreatorSoftwareVersion() = 0;
+    virtual std::wstring CreatorSoftwareBuildNumber() = 0;
+    virtual const wchar_t* CreatorHardwareName() = 0;
+    virtual const wchar_t* CreatorHardwareVersion() = 0;
+    virtual std::wstring UpdateDateTime() = 0;
+    virtual const wchar_t* FamilyId() = 0;
+    /// The keys of the custom data with their descriptions.
+    const StringMap& BrixCustomProperties();
 
     /// The lock of the whole document, recursive: held by every call that walks or grows the model.
     CommonUtil::CMyMutex& ThreadSafetyMutex() { return _ThreadSafetyMutex; }
@@ -53,8 +78,16 @@ public:
 
 protected:
     virtual bool MultiDimImages_init(CMultiDimImages& varToInit) = 0;
+    virtual bool BrixCustomProperties_init(StringMap& varToInit) = 0;
+    bool BrixPropset_init(const wchar_t* propsetKey, const AC_PARAMS& params, CBrixPropset& propset) override;
 
 private:
+    struct CPropsetHandler;
+    bool BrixPropset_SystemInfo(const AC_PARAMS& params, CBrixPropset& propset);
+    bool BrixPropset_UserComment(const AC_PARAMS& params, CBrixPropset& propset);
+    bool BrixPropset_IdInfo(const AC_PARAMS& params, CBrixPropset& propset);
+
+    StringMap _BrixCustomProperties;
     CommonUtil::CMyMutex _ThreadSafetyMutex;
     std::array<double, 2> _RealWorldCoordOfDisplayWindow = {std::numeric_limits<double>::quiet_NaN(),
                                                             std::numeric_limits<double>::quiet_NaN()};

@@ -1,5 +1,6 @@
 #include "CommonImageAccess/MultiDimImage.h"
 
+#include "CommonImageAccess/ObjectiveLens.h"
 #include "CommonUtil/Log.h"
 
 #include <cerrno>
@@ -134,6 +135,25 @@ bool CMultiDimImage::Frames_init_recursive(CFrames& varToInit, std::vector<uint3
 const CChannels& CMultiDimImage::Channels()
 {
     return GetContainer(_Channels, [this](CChannels& varToInit) { return Channels_init(varToInit); });
+}
+
+const std::vector<CVectorGraphicsImage>& CMultiDimImage::VectorGraphicsImages()
+{
+    return GetContainer(_VectorGraphicsImages, [this](std::vector<CVectorGraphicsImage>& varToInit)
+                        { return VectorGraphicsImages_init(varToInit); });
+}
+
+CObjectiveLens* CMultiDimImage::ObjectiveLens()
+{
+    if (!_ObjectiveLens)
+    {
+        std::unique_ptr<CObjectiveLens> lens;
+        if (ObjectiveLens_init(lens))
+            _ObjectiveLens = std::move(lens);
+        else
+            ZEL_LOG("Error, returning NULL");
+    }
+    return _ObjectiveLens.get();
 }
 
 const std::vector<std::unique_ptr<CDeepZoomPyramidLevel>>& CMultiDimImage::DeepZoomPyramidLevels()

@@ -4,16 +4,19 @@
 #include "CommonImageAccess/Frame.h"
 #include "CommonImageAccess/ObjThatHasCoords.h"
 #include "CommonImageAccess/PixelFormat.h"
+#include "CommonImageAccess/VectorGraphicsImage.h"
 
 #include <array>
 #include <cstdint>
 #include <memory>
+#include <string>
 #include <vector>
 
 namespace CIA
 {
 
 class CImgDoc;
+class CObjectiveLens;
 
 /// One stack of frames over up to seven dimensions: what the host calls a group. It owns its dimensions, frames,
 /// channels and pyramid levels, and builds each on first use. A container that could not be built comes back empty,
@@ -29,6 +32,35 @@ public:
     uint32_t ID() const { return _ID; }
     /// Lives as long as the document; empty when the image has no name.
     virtual const wchar_t* Name() = 0;
+    /// Always lives as long as the document, as all texts that these operations give by pointer.
+    virtual const wchar_t* Description() = 0;
+    /// "2015-09-13T12:26:40+00:00"; empty when it is not known.
+    virtual std::wstring CreationTime() = 0;
+    /// A number of single bits that tells what kind of stack this is; -1 when it is not known.
+    virtual int32_t ImageStackType() = 0;
+    /// Stage position: NaN with errno 0 when it is not known; the units are never null, but may be empty.
+    virtual double StageXPositionValue() = 0;
+    virtual const wchar_t* StageXPositionUnits() = 0;
+    virtual double StageYPositionValue() = 0;
+    virtual const wchar_t* StageYPositionUnits() = 0;
+    // Null when they are not known.
+    virtual const wchar_t* ExperimentName() = 0;
+    virtual const wchar_t* SampleName() = 0;
+    virtual const wchar_t* SampleDescription() = 0;
+    /// The display limits of a channel as whole numbers within what `channelDepth` bytes can hold. False when there are
+    /// none; the outputs then stay.
+    virtual bool LUTInfoShadowHighlight(uint32_t channelId, uint32_t channelDepth, int32_t& shadow,
+                                        int32_t& highlight) = 0;
+    /// The exposure time of a channel as text. AC_RESULT_INVALID_PARAM for an unknown channel,
+    /// AC_RESULT_PROPERTY_NOT_FOUND when the document does not tell it.
+    virtual AC_Result GroupExposureTime(uint32_t channelId, std::string& value) = 0;
+    /// Answers of the display flow and the image's own properties for the group custom data of that key. False when
+    /// there is nothing.
+    virtual bool ImgDispChannelProperty(const wchar_t* key, AC_VALUE_WITH_TYPE& value) = 0;
+    virtual bool ImgPlaneProperty(const wchar_t* key, std::string& value) = 0;
+    virtual bool ImageFrameProperties(const wchar_t* key, std::string& value) = 0;
+    /// True when no frame of this image lies in the first TIFF directory, which is the thumbnail's.
+    virtual bool DbgDoesNotUseIFD0() = 0;
     /// True when a store may lack tiles at some positions.
     virtual bool HasMissingTilesConcept() = 0;
     /// Fills left, top, width and height of the picture within a level, in pixels of that level.
@@ -41,6 +73,10 @@ public:
     const CDimensionRefs& SignificantDimensions();
     const CFrames& Frames();
     const CChannels& Channels();
+    /// What users have drawn on the image; an object's ID is its place.
+    const std::vector<CVectorGraphicsImage>& VectorGraphicsImages();
+    /// Null when the image tells of none, or (after a log line) when it could not be read.
+    CObjectiveLens* ObjectiveLens();
     /// By level number; an entry is null where the store has no tile of that level.
     const std::vector<std::unique_ptr<CDeepZoomPyramidLevel>>& DeepZoomPyramidLevels();
 
@@ -68,8 +104,29 @@ protected:
     virtual bool LeftCroppingOfLevel0TileMatrixInPixels_init(int32_t& varToInit) = 0;
     virtual bool TopCroppingOfLevel0TileMatrixInPixels_init(int32_t& varToInit) = 0;
     virtual bool Channels_init(CChannels& varToInit) = 0;
+    virtual bool VectorGraphicsImages_init(std::vector<CVectorGraphicsImage>& varToInit) = 0;
+    virtual bool ObjectiveLens_init(std::unique_ptr<CObjectiveLens>& varToInit) = 0;
+    bool BrixPropset_init(const wchar_t* propsetKey, const AC_PARAMS& params, CBrixPropset& propset) override;
 
 private:
+    struct CPropsetHandler;
+    bool BrixPropset_CreationDateTime(const AC_PARAMS& params, CBrixPropset& propset);
+    bool BrixPropset_UpdateDateTime(const AC_PARAMS& params, CBrixPropset& propset);
+    bool BrixPropset_EnabledChannelIdList(const AC_PARAMS& params, CBrixPropset& propset);
+    bool BrixPropset_ImageChannelIdList(const AC_PARAMS& params, CBrixPropset& propset);
+    bool BrixPropset_ChannelInfo(const AC_PARAMS& params, CBrixPropset& propset);
+    bool BrixPropset_Axes(const AC_PARAMS& params, CBrixPropset& propset);
+    bool BrixPropset_AxisInfo(const AC_PARAMS& params, CBrixPropset& propset);
+    bool BrixPropset_ObjectiveLensInfo(const AC_PARAMS& params, CBrixPropset& propset);
+    bool BrixPropset_XYStagePosition(const AC_PARAMS& params, CBrixPropset& propset);
+    bool BrixPropset_GroupName(const AC_PARAMS& params, CBrixPropset& propset);
+    bool BrixPropset_ImageSize(const AC_PARAMS& params, CBrixPropset& propset);
+    bool BrixPropset_AnalysisROIList(const AC_PARAMS& params, CBrixPropset& propset);
+    bool BrixPropset_ImagingROIList(const AC_PARAMS& params, CBrixPropset& propset);
+    bool BrixPropset_ImagingROIInfo(const AC_PARAMS& params, CBrixPropset& propset);
+    bool BrixPropset_WorkInfo(const AC_PARAMS& params, CBrixPropset& propset);
+    bool BrixPropset_LUTInfo(const AC_PARAMS& params, CBrixPropset& propset);
+
     bool Dimensions_init(CDimensions& varToInit);
     bool Frames_init(CFrames& varToInit);
     bool Frames_init_recursive(CFrames& varToInit, std::vector<uint32_t>& chosenIdxValues,
@@ -82,6 +139,8 @@ private:
     // Freed in the reverse order: frames, levels, channels, dimensions; each refers to those freed after it.
     CDimensions _Dimensions;
     CDimensionRefs _SignificantDimensions;
+    std::unique_ptr<CObjectiveLens> _ObjectiveLens;
+    std::vector<CVectorGraphicsImage> _VectorGraphicsImages;
     CChannels _Channels;
     std::vector<std::unique_ptr<CDeepZoomPyramidLevel>> _DeepZoomPyramidLevels;
     CFrames _Frames;

@@ -33,8 +33,12 @@ protected:
     bool PixelOrRealWorldWidth_init(double& varToInit) override;
     bool PixelOrRealWorldHeight_init(double& varToInit) override;
     bool ZoomoutFactor_init(double& varToInit) override;
+    bool BrixPropset_init(const wchar_t* propsetKey, const AC_PARAMS& params, CBrixPropset& propset) override;
 
 private:
+    struct CPropsetHandler;
+    bool BrixPropset_AnalysisROIInfo(const AC_PARAMS& params, CBrixPropset& propset);
+    bool BrixPropset_ImageSize(const AC_PARAMS& params, CBrixPropset& propset);
     bool AreCoordsOfTheImage(const CCoords& coords);
 
     CDeepZoomPyramidLevel& _Level;

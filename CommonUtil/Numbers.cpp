@@ -84,6 +84,14 @@ std::string ToDoubleStr2(const double& value, int precision)
     return InFixedNotation(value, precision);
 }
 
+std::string ToGeneralStr(double value, int precision)
+{
+    std::ostringstream stream;
+    stream.imbue(std::locale::classic());
+    stream << std::setprecision(precision) << value;
+    return stream.str();
+}
+
 uint32_t NegativePower(const std::wstring& units, const char* siUnits)
 {
     const std::string text = A(units);

@@ -34,6 +34,9 @@ std::string ToDoubleStr(const double& value);
 /// The number in fixed notation with `precision` decimals.
 std::string ToDoubleStr2(const double& value, int precision);
 
+/// The number in general notation with `precision` significant digits: 0.5 stays 0.5.
+std::string ToGeneralStr(double value, int precision);
+
 /// The exponent of a unit text of the form "10^-6m^1", as a number of at least 0: 6. `siUnits` is the base unit, with
 /// or without its "^1". Any other form is a failed assertion.
 uint32_t NegativePower(const std::wstring& units, const char* siUnits);

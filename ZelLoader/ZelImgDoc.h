@@ -22,6 +22,29 @@ public:
     CZelImgDoc(const wchar_t* fileName, bool strictMode);
 
     ImgDocFormat Format() override { return eZel; }
+    std::wstring FileFormatVersion() override;
+    bool BrixCustomProperty(const wchar_t* key, const CArrayStartAndSize<const AC_PARAM_ELEMENT>& params,
+                            CByteArray& buffer) override;
+    bool Thumbnail(CByteArray& buffer) override;
+    const wchar_t* DocPersistentID() override;
+    const wchar_t* Description() override;
+    std::wstring CreationTime() override;
+    const wchar_t* Author() override;
+    const wchar_t* CreatorSoftwareName() override;
+    /// "1.2.3"; a missing part is 0, or in strict mode makes the whole text empty.
+    std::wstring CreatorSoftwareVersion() override;
+    std::wstring CreatorSoftwareBuildNumber() override;
+    const wchar_t* CreatorHardwareName() override;
+    const wchar_t* CreatorHardwareVersion() override;
+    std::wstring UpdateDateTime() override;
+    const wchar_t* FamilyId() override;
+
+    /// What the display flow says of the stack with that ID, for the group custom data of that key. False when it says
+    /// nothing.
+    bool IterateDPFAndGetDisplayLayerAndChannel(uint32_t SecondTagValue, const wchar_t* Keyname,
+                                                AC_VALUE_WITH_TYPE& valuewithtype);
+    /// What the display flow says of the plane that all images are shown on. False when it says nothing.
+    bool IteratePlaneProperty(const wchar_t* Keyname, std::string& strValue);
 
     /// The root of the metadata; asserts that it has been read.
     CZelImgDocMetaData& MetaData();
@@ -40,9 +63,17 @@ protected:
     bool ReadFileHeader() override;
     bool ReadFileMetaData() override;
     bool MultiDimImages_init(CMultiDimImages& varToInit) override;
+    bool BrixCustomProperties_init(StringMap& varToInit) override;
 
 private:
     bool AreStackIDsUnique();
+    CZelMetaDataForImgDocPropSet* ImgDocPropSet();
+    const CArrayStartAndSize<Byte>* StoredThumbnail();
+    bool ThumbnailFromFirstDirectory(CByteArray& buffer);
+    bool CroppedLevelImageSize(const CArrayStartAndSize<const AC_PARAM_ELEMENT>& params, CByteArray& buffer);
+    bool SlideImage(const CArrayStartAndSize<const AC_PARAM_ELEMENT>& params, CByteArray& buffer);
+    bool GetDisplayValue(CZelMetaDataForDispChannel& channel, int32_t stackID, const wchar_t* Keyname,
+                         AC_VALUE_WITH_TYPE& valuewithtype);
     void InitializeVisibleDiplayLayersList(const std::vector<int32_t>& vecUnOrderedLayers);
 
     std::vector<int32_t> vecVisibleLayers;

@@ -35,15 +35,24 @@ public:
 
     const wchar_t* Name() override;
     /// Always empty: this format has no description of an image.
-    const wchar_t* Description() { return L""; }
-    /// "2015-09-13T12:26:40+00:00"; empty when the file does not tell it, with ENOEXEC when the image has no
-    /// properties.
-    std::wstring CreationTime();
-    /// A number of single bits that tells what kind of stack this is; -1 when the file does not.
-    int32_t ImageStackType();
-    /// The display limits of a channel as whole numbers within what `channelDepth` bytes can hold. False when there are
-    /// none; the outputs then stay.
-    bool LUTInfoShadowHighlight(uint32_t channelId, uint32_t channelDepth, int32_t& shadow, int32_t& highlight);
+    const wchar_t* Description() override { return L""; }
+    /// With ENOEXEC when the image has no properties.
+    std::wstring CreationTime() override;
+    int32_t ImageStackType() override;
+    double StageXPositionValue() override;
+    const wchar_t* StageXPositionUnits() override;
+    double StageYPositionValue() override;
+    const wchar_t* StageYPositionUnits() override;
+    const wchar_t* ExperimentName() override;
+    const wchar_t* SampleName() override;
+    const wchar_t* SampleDescription() override;
+    bool LUTInfoShadowHighlight(uint32_t channelId, uint32_t channelDepth, int32_t& shadow,
+                                int32_t& highlight) override;
+    AC_Result GroupExposureTime(uint32_t channelId, std::string& value) override;
+    bool ImgDispChannelProperty(const wchar_t* key, AC_VALUE_WITH_TYPE& value) override;
+    bool ImgPlaneProperty(const wchar_t* key, std::string& value) override;
+    bool ImageFrameProperties(const wchar_t* key, std::string& value) override;
+    bool DbgDoesNotUseIFD0() override;
     bool HasMissingTilesConcept() override { return UsesKorFile(); }
     void GetCroppedLevelImageSize(uint32_t levelIdx, std::array<int32_t, 4>& rect) override;
     void DbgValidateNullDeepZoomTile() override;
@@ -82,9 +91,21 @@ protected:
     bool LeftCroppingOfLevel0TileMatrixInPixels_init(int32_t& varToInit) override;
     bool TopCroppingOfLevel0TileMatrixInPixels_init(int32_t& varToInit) override;
     bool Channels_init(CChannels& varToInit) override;
+    bool VectorGraphicsImages_init(std::vector<CVectorGraphicsImage>& varToInit) override;
+    bool ObjectiveLens_init(std::unique_ptr<CObjectiveLens>& varToInit) override;
 
 private:
     CZelMetaDataForMultiDimImgProps* PropsOrComplain();
+    CZelMetaDataForimgDevPropSet* DevicePropSet(bool& arePropsMissing);
+    template <typename Position>
+    double StagePositionValue(Position position);
+    template <typename Position>
+    const wchar_t* StagePositionUnits(Position position);
+    template <typename Text>
+    const wchar_t* DevicePropSetText(Text textOf);
+    AC_Result GetExposureTimeforStack(std::string& strbuffValue);
+    AC_Result GetExposureTimeForDimension(uint32_t channelId, std::string& value);
+    AC_Result GetExposureTimeForFrames(std::string& strbuffValue);
     bool XyDimensions_init(CDimensions& varToInit);
     double PixelWidthOrHeight(bool isWidth);
     bool CroppingOfLevel0_init(int32_t& varToInit, uint32_t idx);

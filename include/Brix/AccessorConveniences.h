@@ -28,7 +28,8 @@ extern "C"
     AC_Result GetDateTimeString(AC_HAREA hArea, std::wstring& strDateTime);
 
     /// The bytes of a representative image of an area: its first channel in the middle of its axes. On success the
-    /// caller owns *pBuffer, *punSize bytes made by new[]; on failure nothing is left to free.
+    /// caller owns *pBuffer, *punSize bytes made by new[]; on failure nothing is left to free. AC_RESULT_FAILURE: the
+    /// group has no axis.
     AC_Result GetSampleImageBody(AC_HAREA hArea, BYTE** pBuffer, UINT64* punSize);
 
     /// Releases the area and the group and closes the document; each may be NULL and is then passed over. The document

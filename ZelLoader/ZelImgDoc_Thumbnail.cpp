@@ -1,0 +1,145 @@
+// The thumbnail of a document.
+
+#include "CommonImageAccess/Bmp.h"
+#include "CommonImageAccess/PropsetParams.h"
+#include "CommonImageAccess/TiffCompression.h"
+#include "CommonUtil/Log.h"
+#include "CommonUtil/Numbers.h"
+#include "CommonUtil/Text.h"
+#include "ZelLoader/ZelImgDoc.h"
+
+#include <cerrno>
+#include <cstring>
+
+namespace Zel
+{
+
+namespace
+{
+
+constexpr uint32_t SizeOfFileHeader = 14;
+constexpr uint32_t SizeOfInfoHeader = 40; ///< the only form in which thumbnails are stored
+constexpr uint32_t MaxSizeOfPicture = 65535;
+
+// Where a BITMAPINFOHEADER keeps what the size of the palette depends on.
+constexpr uint32_t OffsetOfBitCount = 14;
+constexpr uint32_t OffsetOfColorsUsed = 32;
+constexpr uint64_t SizeOfPaletteEntry = 4;
+
+template <typename T>
+T NumberAt(const CArrayStartAndSize<Byte>& bytes, uint32_t offset)
+{
+    T number;
+    std::memcpy(&number, bytes.Arr + offset, sizeof number);
+    return number;
+}
+
+uint32_t DIBNumColors(const CArrayStartAndSize<Byte>& dib)
+{
+    if (const auto colorsUsed = NumberAt<uint32_t>(dib, OffsetOfColorsUsed); colorsUsed != 0)
+        return colorsUsed;
+    switch (NumberAt<uint16_t>(dib, OffsetOfBitCount))
+    {
+    case 1:
+        return 2;
+    case 4:
+        return 16;
+    case 8:
+        return 256;
+    default:
+        return 0;
+    }
+}
+
+uint64_t PaletteSize(const CArrayStartAndSize<Byte>& dib)
+{
+    return DIBNumColors(dib) * SizeOfPaletteEntry;
+}
+
+/// A stored thumbnail is a BMP file without its file header.
+void WriteStoredThumbnail(const CArrayStartAndSize<Byte>& dib, CByteArray& buffer)
+{
+    const uint32_t offsetOfPixels = ToUint32WithCheck(SizeOfInfoHeader + SizeOfFileHeader + PaletteSize(dib));
+    std::memset(buffer.Arr, 0, SizeOfFileHeader);
+    buffer.Arr[0] = 'B';
+    buffer.Arr[1] = 'M';
+    std::memcpy(buffer.Arr + 2, &buffer.Size, sizeof buffer.Size);
+    std::memcpy(buffer.Arr + 10, &offsetOfPixels, sizeof offsetOfPixels);
+    std::memcpy(buffer.Arr + SizeOfFileHeader, dib.Arr, dib.Size);
+}
+
+bool FailWithEnopkg(CByteArray& buffer)
+{
+    buffer = {};
+    errno = ENOPKG;
+    return false;
+}
+
+} // namespace
+
+const CArrayStartAndSize<Byte>* CZelImgDoc::StoredThumbnail()
+{
+    CZelMetaDataForOldDocProperties* oldProperties = MetaData().OldDocProperties();
+    CZelMetaDataForDocThumb* oldThumb = oldProperties ? oldProperties->DocThumb() : nullptr;
+    if (oldThumb && oldThumb->DocThumbArray())
+        return oldThumb->DocThumbArray();
+    CZelMetaDataForImgDocPropSet* propSet = ImgDocPropSet();
+    ZEL_ASSERT(propSet);
+    CZelMetaDataForNewDocThumb* newThumb = propSet->NewDocThumb();
+    return newThumb ? newThumb->DocThumbArray() : nullptr;
+}
+
+bool CZelImgDoc::Thumbnail(CByteArray& buffer)
+{
+    const CLock lock(ThreadSafetyMutex());
+    const CArrayStartAndSize<Byte>* stored = StoredThumbnail();
+    if (!stored)
+        return ThumbnailFromFirstDirectory(buffer);
+    const uint32_t sizeOfBmp = ToUint32WithCheck(uint64_t{stored->Size} + SizeOfFileHeader);
+    if (buffer.Arr && buffer.Size < sizeOfBmp)
+    {
+        errno = EINVAL;
+        return false;
+    }
+    buffer.Size = sizeOfBmp;
+    if (!buffer.Arr)
+        return true;
+    ZEL_ASSERT(stored->Size >= SizeOfInfoHeader && NumberAt<uint32_t>(*stored, 0) == SizeOfInfoHeader);
+    WriteStoredThumbnail(*stored, buffer);
+    return true;
+}
+
+bool CZelImgDoc::ThumbnailFromFirstDirectory(CByteArray& buffer)
+{
+    for (const auto& [id, image] : MultiDimImages())
+        ZEL_ASSERT(image->DbgDoesNotUseIFD0());
+    if (!AsTiffFilePtr())
+        return FailWithEnopkg(buffer);
+    TIFF* tif = AsTiffFilePtrSetTo(0);
+    const PixelFrameCompressionType::E compression = GetPixelFrameCompressionTypeOfCurrentTiffIfd(tif);
+    uint32_t width = 0;
+    uint32_t height = 0;
+    if (!TIFFGetField_mayFail(tif, TIFFTAG_IMAGEWIDTH, &width) ||
+        !TIFFGetField_mayFail(tif, TIFFTAG_IMAGELENGTH, &height) || width > MaxSizeOfPicture ||
+        height > MaxSizeOfPicture)
+        return FailWithEnopkg(buffer);
+    const uint64_t byteline = (uint64_t{width} + 1) * 3 / 4 * 4;
+    const uint64_t sizeOfBmp = SizeOfBmpHeaders + height * byteline;
+    if (buffer.Arr && buffer.Size < sizeOfBmp)
+    {
+        errno = EINVAL;
+        return false;
+    }
+    buffer.Size = ToUint32WithCheck(sizeOfBmp);
+    if (!buffer.Arr)
+        return true;
+    if (compression != PixelFrameCompressionType::None && compression != PixelFrameCompressionType::Jpeg7)
+    {
+        ZEL_LOG("compression format for IFD0 is %s. Decompression is not yet supported by ZEL plugin!",
+                A(CompressionFormatToBrixString(compression)).c_str());
+        return FailWithEnopkg(buffer);
+    }
+    return Make24BitBMPBufferTiff(tif, buffer) == 0 || FailWithEnopkg(buffer);
+}
+
+} // namespace Zel
