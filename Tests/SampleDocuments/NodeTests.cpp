@@ -1,44 +1,12 @@
-#include "SampleDocuments/Node.h"
+#include "Tests/SampleDocuments/Bytes.h"
 
 #include <gtest/gtest.h>
 
 using namespace SampleDocuments;
+using namespace BytesOfTest;
 
 namespace
 {
-
-/// Bytes written as pairs of hexadecimal digits; blanks part them where a reader wants to.
-ByteString Hex(std::string_view text)
-{
-    ByteString bytes;
-    std::string pair;
-    for (const char digit : text)
-    {
-        if (digit == ' ')
-            continue;
-        pair += digit;
-        if (pair.size() == 2)
-        {
-            bytes.push_back(static_cast<uint8_t>(std::stoul(pair, nullptr, 16)));
-            pair.clear();
-        }
-    }
-    return bytes;
-}
-
-ByteString BytesOfTree(const CNode& root)
-{
-    ByteString bytes;
-    AppendTree(bytes, root);
-    return bytes;
-}
-
-/// The bytes of a field that is the only child of a root, whose header takes the first 24 bytes.
-ByteString BytesOfOnly(CNode child)
-{
-    const ByteString bytes = BytesOfTree(Volume(0, {std::move(child)}));
-    return ByteString(bytes.begin() + 24, bytes.end());
-}
 
 // Size 24, number 21073, version 1, offset of the first child, number of children, reserved.
 constexpr auto EmptyVolume = "1800 5152 01000000 0000000000000000 00000000 00000000";
