@@ -108,8 +108,8 @@ TEST(RegionsAsTree, LieInABlobOfVersion3AsTextsAndTrees)
     CRegion region = Dot("n", {1, 2});
     region.XmlBeforeTree = "<x/>";
     EXPECT_EQ(BytesOfOnly(Regions({region}).AsTree()),
-              Hex("02000000 E8070000 00000000 0F010000"                    // 2024
-                  "04000000 03010000 03000000"                             // regions of interest, 259 bytes, version 3
+              Hex("02000000 E8070000 00000000 0E010000"                    // 2024
+                  "04000000 02010000 03000000"                             // regions of interest, 258 bytes, version 3
                   "03000000 00000000 01000000"                             // version 3, type 0, one object
                   "06000000 0000 3C782F3E 00000000"                        // a text of 2 and 4 bytes, 4 bytes behind it
                   "1800 5152 01000000 1800000000000000 01000000 00000000"  // the root of the object
