@@ -20,6 +20,7 @@ int Make24BitBMPBufferImgRGBA(uint16_t width, uint16_t height, const uint32_t* i
 
 } // namespace CIA
 
+#pragma GCC visibility push(default)
 extern "C"
 {
     /// Writes the current directory of a TIFF as a BMP file of 24 bits a pixel. A null buffer gets the size and 0. 22
@@ -27,3 +28,4 @@ extern "C"
     /// its pixels cannot be decoded, which also goes for a picture wider or higher than 65535 pixels.
     int Make24BitBMPBufferTiff(TIFF* tiff, CIA::CByteArray& buf);
 }
+#pragma GCC visibility pop

@@ -1,5 +1,6 @@
 # What every target of this project is built with.
 option(ZEL_BUILD_TESTS "Build the tests" ON)
+option(ZEL_BUILD_BENCHMARKS "Build the benchmarks" ON)
 set(ZEL_SANITIZERS "" CACHE STRING "Sanitizers for every target, as -fsanitize= takes them")
 option(ZEL_COVERAGE "Measure the coverage of the tests" OFF)
 
