@@ -68,8 +68,8 @@ bool CDeepZoomPyramidLevel::ZoomoutFactor_init(double& varToInit)
 
 CMultiDimTile& CDeepZoomPyramidLevel::MultiDimTile(uint32_t brixAreaID)
 {
-    return _MultiDimTiles.GetOrMake(brixAreaID,
-                                    [&](std::optional<CMultiDimTile>& slot) { slot.emplace(*this, brixAreaID); });
+    CMultiDimTile* tile = _MultiDimTiles.Find(brixAreaID);
+    return tile ? *tile : _MultiDimTiles.Emplace(brixAreaID, *this, brixAreaID);
 }
 
 CTileCorner CDeepZoomPyramidLevel::CornerOfTileMatrix()

@@ -1,37 +1,79 @@
 #pragma once
 #include <array>
+#include <cstddef>
 #include <cstdint>
 #include <memory>
-#include <optional>
+#include <new>
 #include <unordered_map>
+#include <utility>
 
 namespace CommonUtil
 {
 
-/// Objects by number, each made on first request at an address that it keeps. They stand in pages of 64 neighbours,
-/// so that a million of them costs little more than their own size, and a few far apart cost a page each.
+/// Objects by number, each made on demand at an address that it keeps. They stand in pages of 64 neighbours, so that a
+/// million of them costs little more than their own size, and a few far apart cost a page each.
 template <typename T>
 class CPagedObjects
 {
 public:
-    /// The object of that number; `make(std::optional<T>&)` emplaces it when it is not there yet.
-    template <typename Make>
-    T& GetOrMake(uint32_t number, Make&& make)
+    /// The object of that number; null when it has not been made.
+    T* Find(uint32_t number)
     {
-        std::unique_ptr<Page>& page = _pages[number / PageSize];
+        const auto page = _pages.find(number / PageSize);
+        return page == _pages.end() ? nullptr : page->second->Find(number % PageSize);
+    }
+
+    /// Makes the object of that number, which must not be there yet.
+    template <typename... Arguments>
+    T& Emplace(uint32_t number, Arguments&&... arguments)
+    {
+        std::unique_ptr<CPage>& page = _pages[number / PageSize];
         if (!page)
-            page = std::make_unique<Page>();
-        std::optional<T>& slot = (*page)[number % PageSize];
-        if (!slot)
-            std::forward<Make>(make)(slot);
-        return *slot;
+            page = std::make_unique<CPage>();
+        return page->Emplace(number % PageSize, std::forward<Arguments>(arguments)...);
     }
 
 private:
     static constexpr uint32_t PageSize = 64;
-    using Page = std::array<std::optional<T>, PageSize>;
 
-    std::unordered_map<uint32_t, std::unique_ptr<Page>> _pages;
+    /// Room for 64 objects, and a bit for each one that has been made.
+    class CPage
+    {
+    public:
+        CPage() = default;
+        ~CPage()
+        {
+            for (uint32_t i = 0; i < PageSize; ++i)
+                if (T* object = Find(i))
+                    std::destroy_at(object);
+        }
+        CPage(const CPage&) = delete;
+        CPage& operator=(const CPage&) = delete;
+
+        T* Find(uint32_t place)
+        {
+            return _isMade >> place & 1 ? std::launder(reinterpret_cast<T*>(&_room[place])) : nullptr;
+        }
+
+        template <typename... Arguments>
+        T& Emplace(uint32_t place, Arguments&&... arguments)
+        {
+            T* object = std::construct_at(reinterpret_cast<T*>(&_room[place]), std::forward<Arguments>(arguments)...);
+            _isMade |= uint64_t{1} << place;
+            return *object;
+        }
+
+    private:
+        struct alignas(T) CRoom
+        {
+            std::byte Bytes[sizeof(T)];
+        };
+
+        std::array<CRoom, PageSize> _room;
+        uint64_t _isMade = 0;
+    };
+
+    std::unordered_map<uint32_t, std::unique_ptr<CPage>> _pages;
 };
 
 } // namespace CommonUtil

@@ -64,6 +64,12 @@ public:
     bool IsKorFileMissing();
     /// The tile store, opened at the first need and owned by the document. Null, with errno, when it cannot be opened.
     CKorFile* KorFile();
+    /// The tile store for what can only exist because it was opened; asserts that it was.
+    CKorFile& OpenedKorFile() const
+    {
+        ZEL_ASSERT(_KorFile);
+        return *_KorFile;
+    }
     /// Which records of the store belong to which frame.
     const CKorTilesByFrame& KorTilesByFrame();
 

@@ -53,12 +53,11 @@ public:
 private:
     CZelTiffTile& TileAt(uint64_t number)
     {
-        const auto make = [&](std::optional<CZelTiffTile>& slot)
-        {
-            slot.emplace(_Frame, static_cast<int32_t>(number % _NumOfCols * _ColStep),
-                         static_cast<int32_t>(number / _NumOfCols * _RowStep));
-        };
-        return _Tiles.GetOrMake(ToUint32WithCheck(number), make);
+        const uint32_t place = ToUint32WithCheck(number);
+        if (CZelTiffTile* tile = _Tiles.Find(place))
+            return *tile;
+        return _Tiles.Emplace(place, _Frame, static_cast<int32_t>(number % _NumOfCols * _ColStep),
+                              static_cast<int32_t>(number / _NumOfCols * _RowStep));
     }
 
     CZelFrame& _Frame;

@@ -34,8 +34,8 @@ struct CLevelOfFrame
 class CKorFrameTiles : public CDeepZoomTiles
 {
 public:
-    CKorFrameTiles(CZelFrame& frame, CKorFile& korFile, std::span<const uint32_t> tileNumbers)
-        : _Frame(frame), _KorFile(korFile), _KorTiles(korFile.KorTiles()), _TileNumbers(tileNumbers)
+    CKorFrameTiles(CZelFrame& frame, const std::vector<CKorTile>& korTiles, std::span<const uint32_t> tileNumbers)
+        : _Frame(frame), _KorTiles(korTiles), _TileNumbers(tileNumbers)
     {
         for (size_t i = 0; i < _TileNumbers.size(); ++i)
             AddToLevel(i);
@@ -56,7 +56,6 @@ private:
     CZelDeepZoomTile& TileAt(size_t place);
 
     CZelFrame& _Frame;
-    CKorFile& _KorFile;
     const std::vector<CKorTile>& _KorTiles;
     std::span<const uint32_t> _TileNumbers;
     std::vector<CLevelOfFrame> _Levels;
@@ -134,13 +133,12 @@ bool CKorFrameTiles::FindPlace(const CLevelOfFrame& level, const CDeepZoomTileId
 
 CZelDeepZoomTile& CKorFrameTiles::TileAt(size_t place)
 {
-    const auto make = [&](std::optional<CZelDeepZoomTile>& slot)
-    {
-        const uint32_t tileNumber = _TileNumbers[place];
-        const CDecompressedKorTileIdx& idx = _KorTiles[tileNumber].Idx;
-        slot.emplace(_KorFile, tileNumber, _Frame, *_Frame.ParentMultiDimImg().DeepZoomPyramidLevels()[idx.PIdx]);
-    };
-    return _Tiles.GetOrMake(static_cast<uint32_t>(place), make);
+    const auto number = static_cast<uint32_t>(place);
+    if (CZelDeepZoomTile* tile = _Tiles.Find(number))
+        return *tile;
+    const uint32_t tileNumber = _TileNumbers[place];
+    CDeepZoomPyramidLevel& level = *_Frame.ParentMultiDimImg().DeepZoomPyramidLevels()[_KorTiles[tileNumber].Idx.PIdx];
+    return _Tiles.Emplace(number, _KorTiles[tileNumber], tileNumber, _Frame, level);
 }
 
 CDeepZoomTile* CKorFrameTiles::Find(const CDeepZoomTileIdx& idx)
@@ -222,7 +220,8 @@ std::unique_ptr<CDeepZoomTiles> MakeKorFrameTiles(CZelFrame& frame)
 {
     CZelMultiDimImage& image = frame.ParentZelImage();
     const CKorTilesByFrame& tilesByFrame = image.KorTilesByFrame();
-    auto tiles = std::make_unique<CKorFrameTiles>(frame, *image.KorFile(), tilesByFrame.TilesOf(frame.FrameIdx()));
+    auto tiles =
+        std::make_unique<CKorFrameTiles>(frame, image.KorFile()->KorTiles(), tilesByFrame.TilesOf(frame.FrameIdx()));
     return tiles->LieInTheirMatrixes() ? std::move(tiles) : nullptr;
 }
 

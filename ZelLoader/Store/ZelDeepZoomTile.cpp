@@ -9,24 +9,29 @@
 namespace Zel
 {
 
-CZelDeepZoomTile::CZelDeepZoomTile(CKorFile& korFile, uint32_t tileNumber, CZelFrame& frame,
+CZelDeepZoomTile::CZelDeepZoomTile(const CKorTile& metaData, uint32_t tileNumber, CZelFrame& frame,
                                    CDeepZoomPyramidLevel& level)
-    : CDeepZoomTile(frame, level, korFile.KorTiles()[tileNumber].Idx.ColIdx, korFile.KorTiles()[tileNumber].Idx.RowIdx),
-      _KorFile(korFile), _TileNumber(tileNumber)
+    : CDeepZoomTile(frame, level, metaData.Idx.ColIdx, metaData.Idx.RowIdx), _TileNumber(tileNumber)
 {
+}
+
+CKorFile& CZelDeepZoomTile::KorFile() const
+{
+    return static_cast<CZelFrame&>(ParentFrame()).ParentZelImage().OpenedKorFile();
 }
 
 const CKorTile& CZelDeepZoomTile::MetaData() const
 {
-    return _KorFile.KorTiles()[_TileNumber];
+    return KorFile().KorTiles()[_TileNumber];
 }
 
 CDeepZoomTile* CZelDeepZoomTile::NextTileOnDisk()
 {
     const CFrames& frames = ParentFrame().ParentMultiDimImg().Frames();
-    const auto& korTiles = _KorFile.KorTiles();
-    for (uint32_t number = _KorFile.NextTileOnDisk(_TileNumber); number < korTiles.size();
-         number = _KorFile.NextTileOnDisk(number))
+    const CKorFile& korFile = KorFile();
+    const auto& korTiles = korFile.KorTiles();
+    for (uint32_t number = korFile.NextTileOnDisk(_TileNumber); number < korTiles.size();
+         number = korFile.NextTileOnDisk(number))
     {
         const CDecompressedKorTileIdx& idx = korTiles[number].Idx;
         const auto frame = frames.find(idx.FrameIdx());
@@ -42,7 +47,7 @@ CDeepZoomTile* CZelDeepZoomTile::NextTileOnDisk()
 bool CZelDeepZoomTile::PixelBuf_rValidated(CByteArray& buf, const CPixelRect& r)
 {
     const bool isPart = PartialTileNeedsToBeRead(r);
-    if (!_KorFile.IsOmeType())
+    if (!KorFile().IsOmeType())
         return isPart ? ReadPartOfTile(buf, r) : ReadWholeTile(buf);
     if (isPart)
         ReadPartOfTiffTile(buf, r);
@@ -57,7 +62,7 @@ bool CZelDeepZoomTile::ReadWholeTile(CByteArray& buf)
     buf.Size = MetaData().BlockSize;
     if (!buf.Arr || buf.Size > sizeOffered)
         return true;
-    return _KorFile.ReadData(buf.Arr, buf.Size, MetaData().BlockOffset);
+    return KorFile().ReadData(buf.Arr, buf.Size, MetaData().BlockOffset);
 }
 
 uint32_t CZelDeepZoomTile::NumOfBytesPerPixel()
@@ -86,7 +91,7 @@ bool CZelDeepZoomTile::ReadPartOfTile(CByteArray& buf, const CPixelRect& r)
     uint64_t offset = firstByte + sizeOfTileRow * r.Y();
     Byte* row = buf.Arr;
     for (uint32_t i = 0; i < r.Height(); ++i, offset += sizeOfTileRow, row += sizeOfRow)
-        if (!_KorFile.ReadData(row, sizeOfRow, offset))
+        if (!KorFile().ReadData(row, sizeOfRow, offset))
             return false;
     return true;
 }

@@ -15,7 +15,7 @@ class CZelDeepZoomTile : public CDeepZoomTile
 {
 public:
     /// The tile of the store's record with that number; all of them outlive the tile.
-    CZelDeepZoomTile(CKorFile& korFile, uint32_t tileNumber, CZelFrame& frame, CDeepZoomPyramidLevel& level);
+    CZelDeepZoomTile(const CKorTile& metaData, uint32_t tileNumber, CZelFrame& frame, CDeepZoomPyramidLevel& level);
 
     uint32_t TileNumber() const { return _TileNumber; }
     CDeepZoomTile* NextTileOnDisk() override;
@@ -24,6 +24,7 @@ protected:
     bool PixelBuf_rValidated(CByteArray& buf, const CPixelRect& r) override;
 
 private:
+    CKorFile& KorFile() const;
     const CKorTile& MetaData() const;
     bool ReadWholeTile(CByteArray& buf);
     bool ReadPartOfTile(CByteArray& buf, const CPixelRect& r);
@@ -35,8 +36,7 @@ private:
     uint32_t NumberOfTiffTile();
     uint32_t CheckedStripNumber(TIFF* tif);
 
-    CKorFile& _KorFile;
-    const uint32_t _TileNumber;
+    const uint32_t _TileNumber; ///< all that is kept: a slide has a million of these
 };
 
 } // namespace Zel

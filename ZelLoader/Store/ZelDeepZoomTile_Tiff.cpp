@@ -14,7 +14,7 @@ namespace Zel
 
 TIFF* CZelDeepZoomTile::TiffFilePtr()
 {
-    return _KorFile.TiffFilePtrSetTo(_KorFile.TiffIfdOf(_TileNumber));
+    return KorFile().TiffFilePtrSetTo(KorFile().TiffIfdOf(_TileNumber));
 }
 
 uint32_t CZelDeepZoomTile::NumberOfTiffTile()
@@ -74,7 +74,7 @@ void CZelDeepZoomTile::ReadPartOfTiffTile(CByteArray& buf, const CPixelRect& r)
     buf.Size = ToUint32WithCheck(r.Width() * b * r.Height());
     if (!buf.Arr || buf.Size > sizeOffered)
         return;
-    const uint64_t sizeOfFile = _KorFile.FileSize();
+    const uint64_t sizeOfFile = KorFile().FileSize();
     ZEL_ASSERT(width <= sizeOfFile && height <= sizeOfFile / (width * b)); // raw pixels: the file holds them all
     std::vector<unsigned char> scratch(width * height * b);
     const auto sizeOfScratch = static_cast<tmsize_t>(scratch.size());
