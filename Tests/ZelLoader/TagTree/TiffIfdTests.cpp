@@ -159,7 +159,7 @@ TEST(TiffIfd, LeadsToTheNextOne)
 
 TEST(TiffIfd, EndsALongChainWithoutRunningOutOfStack)
 {
-    COpenDocument document(ChainOf(300000, 0));
+    COpenDocument document(ChainOf(1000000, 0));
     auto first = std::make_unique<CTiffIfd>(OffsetOfRoot, document.File);
     CTiffIfd* last = first.get();
     while (CTiffIfd* next = last->NextIfd(document.File))
@@ -204,8 +204,14 @@ TEST(IfdOffset, OutsideTheFileFails)
 
 TEST(IfdOffset, BehindEntriesThatAreNotInTheFileFails)
 {
-    COpenDocument document(FileOf({{0xFF, 0xFF, 0, 0, 0, 0, 8, 0, 0, 0}}));
-    EXPECT_FAILED_ASSERTION(Zel::CIfdOffsets().IfdOffset(8, document.File, 1));
+    for (const uint16_t numOfEntries : std::initializer_list<uint16_t>{1, 7, 65535})
+    {
+        ByteString bytes(90);
+        Append(bytes, numOfEntries);
+        Append(bytes, static_cast<uint32_t>(OffsetOfRoot)); // would do for the next offset
+        COpenDocument document(bytes);
+        EXPECT_FAILED_ASSERTION(Zel::CIfdOffsets().IfdOffset(90, document.File, 1)) << numOfEntries;
+    }
 }
 
 TEST(IfdOffset, InAChainThatLeadsBackFails)
