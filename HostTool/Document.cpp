@@ -27,28 +27,15 @@ CMN_RECT CImage::Size() const
     return rect;
 }
 
-AC_Result CImage::ReadBody(ByteBuffer& bytes) const
+ByteBuffer CImage::Body() const
 {
     CMN_RECT whole{};
     UINT64 size = 0;
-    const AC_Result result = _Document.Host().GetImageBody(_Handle.get(), &whole, nullptr, 0, &size);
-    if (result != AC_RESULT_SUCCESS)
-        return result;
-    bytes.resize(size);
-    return _Document.Host().GetImageBody(_Handle.get(), &whole, bytes.data(), bytes.size(), &size);
-}
-
-ByteBuffer CImage::Body() const
-{
-    ByteBuffer bytes;
-    _Document.Require(ReadBody(bytes), "cannot read a tile");
+    _Document.Require(_Document.Host().GetImageBody(_Handle.get(), &whole, nullptr, 0, &size), "cannot read a tile");
+    ByteBuffer bytes(size);
+    _Document.Require(_Document.Host().GetImageBody(_Handle.get(), &whole, bytes.data(), bytes.size(), &size),
+                      "cannot read a tile");
     return bytes;
-}
-
-std::optional<ByteBuffer> CImage::BodyIfReadable() const
-{
-    ByteBuffer bytes;
-    return ReadBody(bytes) == AC_RESULT_SUCCESS ? std::optional(std::move(bytes)) : std::nullopt;
 }
 
 std::optional<uint64_t> CImage::BytesPerRawPixel() const

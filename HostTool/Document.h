@@ -47,16 +47,12 @@ public:
 
     /// The rectangle, in pixels of its level.
     CMN_RECT Size() const;
-    /// All its bytes as they are stored. Throws CHostError if they can't be read.
+    /// All its bytes as they are stored. Throws CHostError if they can\'t be read.
     ByteBuffer Body() const;
-    /// The same; nothing if they can't be read.
-    std::optional<ByteBuffer> BodyIfReadable() const;
     /// Bytes of one pixel if the image is raw; nothing if it is compressed.
     std::optional<uint64_t> BytesPerRawPixel() const;
 
 private:
-    AC_Result ReadBody(ByteBuffer& bytes) const;
-
     const CDocument& _Document;
     CHandle _Handle;
 };

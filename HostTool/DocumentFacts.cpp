@@ -1,6 +1,6 @@
 #include "HostTool/DocumentFacts.h"
 
-#include "HostTool/TileKind.h"
+#include <limits>
 
 namespace HostTool
 {
@@ -11,7 +11,9 @@ namespace
 std::optional<int> AsInt(std::optional<double> number)
 {
     // The interface hands out "unknown" as a number below 0.
-    return number && *number >= 0 ? std::optional<int>(static_cast<int>(*number)) : std::nullopt;
+    return number && *number >= 0 && *number <= std::numeric_limits<int>::max()
+               ? std::optional<int>(static_cast<int>(*number))
+               : std::nullopt;
 }
 
 /// How the interface's property keys call an axis.
@@ -28,61 +30,21 @@ const wchar_t* PropertyNameOf(AC_AxisType axis)
     }
 }
 
-CPosition At(AC_AxisType axis, int64_t index)
+/// Nothing if the group does not have the axis.
+std::optional<CAxisFacts> AxisFacts(const CArea& area, AC_AxisType axis)
 {
-    CPosition position;
-    (axis == AC_AT_Z ? position.Z : axis == AC_AT_TIME ? position.T : position.Lambda) = index;
-    return position;
-}
-
-/// The number of positions of an axis, found by asking for them: those that exist come before those that do not.
-int64_t CountPositions(const CArea& area, AC_AxisType axis)
-{
-    const auto exists = [&](int64_t index) { return area.PresenceAt(At(axis, index)) != Presence::NoSuchPlace; };
-    constexpr int64_t limit = int64_t{1} << 31;
-    int64_t first = 1;
-    while (first < limit && exists(first))
-        first *= 2;
-    int64_t existing = first / 2;
-    while (first - existing > 1)
-    {
-        const int64_t middle = existing + (first - existing) / 2;
-        (exists(middle) ? existing : first) = middle;
-    }
-    return first;
-}
-
-/// How the tiles of a channel are stored, as the first of them shows. Nothing if that one is missing, or of no known
-/// kind.
-std::optional<std::string> FormatByItsBytes(const CArea& area, uint32_t channel)
-{
-    CPosition position;
-    position.Channel = channel;
-    const auto image = area.Image(position);
-    if (!image)
-        return std::nullopt;
-    if (image->BytesPerRawPixel())
-        return "RAW";
-    const auto bytes = image->BodyIfReadable();
-    const CTileKind* kind = bytes ? FindTileKind(*bytes) : nullptr;
-    return kind ? std::optional<std::string>(kind->Format) : std::nullopt;
-}
-
-CAxisFacts AxisFacts(const CArea& area, AC_AxisType axis)
-{
-    CAxisFacts facts;
-    facts.Type = axis;
     const auto info = area.Properties(L"AxisInfo", L"axisName", PropertyNameOf(axis));
     if (!info)
-    {
-        facts.NumOfPositions = CountPositions(area, axis);
-        return facts;
-    }
+        return std::nullopt;
+    CAxisFacts facts;
+    facts.Type = axis;
     facts.NumOfPositions = AsInt(info->Number(L"maxSize")).value_or(1);
     facts.Start = info->Number(L"start");
     facts.End = info->Number(L"end");
     facts.Step = info->Number(L"step");
     facts.Units = info->Text(L"units");
+    if (axis == AC_AT_TIME && !facts.Units)
+        facts.Units = "s"; // the interface counts times in seconds, and does not say so
     return facts;
 }
 
@@ -91,9 +53,9 @@ std::vector<CAxisFacts> AxesFacts(const CArea& area)
     std::vector<CAxisFacts> axes;
     for (const AC_AxisType axis : {AC_AT_Z, AC_AT_TIME, AC_AT_LAMBDA})
     {
-        CAxisFacts facts = AxisFacts(area, axis);
-        if (facts.NumOfPositions > 1)
-            axes.push_back(std::move(facts));
+        const auto facts = AxisFacts(area, axis);
+        if (facts && facts->NumOfPositions > 1)
+            axes.push_back(*facts);
     }
     return axes;
 }
@@ -102,14 +64,8 @@ std::vector<uint32_t> ChannelIDs(const CArea& area)
 {
     std::vector<uint32_t> channels;
     if (const auto list = area.Properties(L"EnabledChannelIdList"))
-    {
         for (const std::string& text : list->Texts(L"id"))
             channels.push_back(static_cast<uint32_t>(std::stoul(text)));
-        return channels;
-    }
-    // Channels are numbered from 0 without gaps.
-    for (CPosition position; area.PresenceAt(position) != Presence::NoSuchPlace; ++position.Channel)
-        channels.push_back(position.Channel);
     return channels;
 }
 
@@ -176,11 +132,7 @@ CGroupFacts FactsOf(const CGroup& group)
     if (const auto name = area.Properties(L"GroupName"))
         facts.Name = name->Text(L"name");
     for (const uint32_t channel : ChannelIDs(area))
-    {
         facts.Channels.push_back(ChannelFacts(area, channel));
-        if (!facts.Channels.back().Format)
-            facts.Channels.back().Format = FormatByItsBytes(area, channel);
-    }
     facts.Axes = AxesFacts(area);
     const int numOfLevels = group.NumOfLevels();
     for (int level = 0; level < numOfLevels; ++level)

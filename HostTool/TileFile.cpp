@@ -97,7 +97,7 @@ std::string WriteTile(const CTile& tile, std::filesystem::path path)
 {
     if (tile.BytesPerRawPixel)
         return WriteRaw(tile, std::move(path));
-    static constexpr CTileKind unknownKind{"", ".raw", ".raw", "of a compression that is not known here", ""};
+    static constexpr CTileKind unknownKind{"", ".raw", ".raw", "of a compression that is not known here"};
     const CTileKind* known = FindTileKind(tile.Bytes);
     const CTileKind& kind = known ? *known : unknownKind;
     if (!path.has_extension())

@@ -12,11 +12,11 @@ namespace
 using namespace std::string_view_literals;
 
 constexpr std::array<CTileKind, 5> TileKinds{{
-    {"\xFF\xD8\xFF"sv, ".jpg", ".jpeg", "JPEG", "JPEG"},
-    {"\0\0\0\x0CjP  \r\n\x87\n"sv, ".jp2", ".jp2", "JPEG 2000", "J2K"},
-    {"\xFF\x4F\xFF\x51"sv, ".j2k", ".j2c", "JPEG 2000 codestream", "J2K"},
-    {"\x89PNG\r\n\x1A\n"sv, ".png", ".png", "PNG", "PNG"},
-    {"BM"sv, ".bmp", ".bmp", "BMP", "BMP"},
+    {"\xFF\xD8\xFF"sv, ".jpg", ".jpeg", "JPEG"},
+    {"\0\0\0\x0CjP  \r\n\x87\n"sv, ".jp2", ".jp2", "JPEG 2000"},
+    {"\xFF\x4F\xFF\x51"sv, ".j2k", ".j2c", "JPEG 2000 codestream"},
+    {"\x89PNG\r\n\x1A\n"sv, ".png", ".png", "PNG"},
+    {"BM"sv, ".bmp", ".bmp", "BMP"},
 }};
 
 } // namespace

@@ -14,7 +14,6 @@ struct CTileKind
     std::string_view Extension;
     std::string_view OtherExtension; ///< another spelling, or the same
     std::string_view Name;           ///< for people
-    std::string_view Format;         ///< as the interface calls it in "ChannelInfo"
 };
 
 /// Told by the first bytes; null if they are none of the kinds that are known here.

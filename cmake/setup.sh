@@ -48,13 +48,17 @@ install_packages()
 # build PRESET [TARGET...]: configures where that was not done yet, and builds the targets, or everything.
 build()
 {
-    local preset=$1 folder=$root/build/$1 quiet=--quiet
+    local preset=$1 folder=$root/build/$1
     shift
-    [ -t 1 ] && quiet=
     if [ ! -f "$folder/build.ninja" ]; then
         echo "Configuring and building ($preset); the first time takes some minutes."
         (cd "$root" && cmake --preset "$preset" --log-level=WARNING > /dev/null) ||
             fail "cannot configure; remove $folder and try again"
     fi
-    ninja -C "$folder" $quiet "$@" || fail "cannot build ($preset); the first error stands above"
+    # On a terminal one line shows how far it is; elsewhere only errors are of interest.
+    if [ -t 1 ]; then
+        ninja -C "$folder" "$@"
+    else
+        ninja --quiet -C "$folder" "$@" | sed '/^ninja: no work to do/d; /^-- /d'
+    fi || fail "cannot build ($preset); the first error stands above"
 }

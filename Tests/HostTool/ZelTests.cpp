@@ -97,13 +97,31 @@ TEST_F(Zel, PrintsEachChannel)
     ExpectPrinted("\n  2        ");
 }
 
-TEST_F(Zel, PrintsHowTheTilesAreStored)
+TEST_F(Zel, PrintsAllThatADocumentTells)
 {
-    auto stack = Stack(1).Jpeg();
-    stack.Contents(EncodedPixelsOf(stack.Plan()));
-    Write(Document().With(Stack(2).Raw(ComponentType::Uint8)).With(stack));
-    ExpectPrinted("  unknown  JPEG ");
-    ExpectPrinted("  unknown  RAW ");
+    Write(Stack(1)
+              .Name("Tissue")
+              .Size(600, 300)
+              .Tiles(256, 256)
+              .Levels(2)
+              .Z(3)
+              .T(2)
+              .Channels({"DAPI", "FITC"})
+              .Raw(ComponentType::Uint16));
+    EXPECT_EQ(Run({"info", SlideName()}).Output,
+              SlideName() + "\n"
+                            "format version 1.1, groups 1\n"
+                            "\n"
+                            "group 0, name Tissue\n"
+                            "  channel  name  stored as  colours    bits\n"
+                            "  0        DAPI  RAW        GRAYSCALE  16\n"
+                            "  1        FITC  RAW        GRAYSCALE  16\n"
+                            "  axis  positions  from  to   step  unit\n"
+                            "  Z     3          0     3    1.5   um\n"
+                            "  T     2          0     0.5  0.5   s\n"
+                            "  level  picture    in whole tiles  grid   tile       pixel\n"
+                            "  0      600 x 300  768 x 512       3 x 2  256 x 256  0.5 x 0.5 um\n"
+                            "  1      300 x 150  512 x 256       2 x 1  256 x 256  1 x 1 um\n");
 }
 
 TEST_F(Zel, PrintsADocumentWhoseFirstTileCannotBeRead)
@@ -112,7 +130,7 @@ TEST_F(Zel, PrintsADocumentWhoseFirstTileCannotBeRead)
     document.With(Stack(1).Jpeg());
     document.Store(1).Tiles.front().Size = 1U << 20;
     Write(document);
-    ExpectPrinted("  unknown  unknown ");
+    ExpectPrinted("  JPEG ");
     ExpectRefusal(Tile({"-x", "0", "-y", "0"}), 1, "cannot read a tile");
 }
 
