@@ -119,6 +119,7 @@ void Document::WriteStore(const Stack& stack, const std::filesystem::path& path)
 
 std::filesystem::path Document::WriteTo(const std::filesystem::path& path)
 {
+    File(); // a description that makes no tree leaves no stores behind
     for (const Stack& stack : _Stacks)
         if (stack.Plan().IsStoreWritten &&
             (stack.Plan().Storage == StackStorage::BinaryStore || stack.Plan().Storage == StackStorage::TiffStore))

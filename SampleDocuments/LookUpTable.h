@@ -26,6 +26,7 @@ struct TableForm
 /// A table of colours for grey pixels of a stack or channel.
 struct CLookUpTable
 {
+    CLookUpTable() = default;
     CLookUpTable(const std::vector<CColour>& colours, TableForm::E form = TableForm::Volume);
     /// Any bytes, also such as make no whole colours.
     static CLookUpTable OfBytes(ByteString bytes, TableForm::E form = TableForm::Volume);

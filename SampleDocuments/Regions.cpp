@@ -8,6 +8,7 @@ namespace
 
 constexpr uint32_t VersionOfXml = 4;
 constexpr uint32_t VersionOfTree = 3;
+constexpr size_t LargestPayload = 0xFFFFFFFF - 12;
 
 } // namespace
 
@@ -127,7 +128,11 @@ ByteString Regions::TreePayload() const
 
 ByteString Regions::Payload() const
 {
-    return _IsTree ? TreePayload() : XmlPayload();
+    ByteString payload = _IsTree ? TreePayload() : XmlPayload();
+    if (payload.size() > LargestPayload)
+        throw CSampleError("regions: " + std::to_string(payload.size()) +
+                           " bytes are more than a blob can tell; take fewer of them");
+    return payload;
 }
 
 CNode Regions::ToBlob() const

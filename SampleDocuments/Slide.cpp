@@ -169,9 +169,7 @@ void DescribePixels(Stack& stack, const CSlideOptions& options, uint16_t samples
     stack.Raw(options.Bits == 16 ? ComponentType::Uint16 : ComponentType::Uint8, samples)
         .Compression(options.Compression)
         .Quality(options.Quality);
-    stack.TiffCompression(options.Compression == StoreCompression::Jpeg  ? COMPRESSION_JPEG
-                          : options.Compression == StoreCompression::J2k ? COMPRESSION_JP2000
-                                                                         : COMPRESSION_NONE);
+    stack.TiffCompression(TiffCompressionOf(options.Compression));
     if (samples == 3 && options.IsBgr)
         stack.ComponentOrder(ComponentOrder::Bgr);
 }
@@ -194,7 +192,7 @@ void DescribeDimensions(Stack& stack, const CSlideOptions& options)
     }
 }
 
-Stack StackFromPicture(const std::shared_ptr<const CPicture>& picture, const CSlideOptions& options, uint32_t id)
+Stack StackOf(const std::shared_ptr<const CPicture>& picture, const CSlideOptions& options, uint32_t id)
 {
     Stack stack(id);
     stack.Size(picture->Width() * options.Grow, picture->Height() * options.Grow)
@@ -221,7 +219,36 @@ Stack StackFromPicture(const std::shared_ptr<const CPicture>& picture, const CSl
     return stack.Contents(std::move(contents));
 }
 
-/// The whole picture in 8-bit RGB, small enough to be looked at before the slide is opened.
+CPicture CutToWholeTiles(const CPicture& picture, const CSlideOptions& options)
+{
+    if (picture.Width() < options.TileWidth || picture.Height() < options.TileHeight)
+        throw CSampleError("slide: the picture is smaller than a tile and can't be cut to whole ones");
+    return picture.Cut(picture.Width() / options.TileWidth * options.TileWidth,
+                       picture.Height() / options.TileHeight * options.TileHeight);
+}
+
+} // namespace
+
+uint32_t UsualRowsPerStrip(const CSlideOptions& options)
+{
+    return options.Compression == StoreCompression::Jpeg ? Stack::OneStrip : options.TileHeight;
+}
+
+uint16_t TiffCompressionOf(uint32_t storeCompression)
+{
+    switch (storeCompression)
+    {
+    case StoreCompression::Raw:
+        return COMPRESSION_NONE;
+    case StoreCompression::Jpeg:
+        return COMPRESSION_JPEG;
+    case StoreCompression::J2k:
+        return COMPRESSION_JP2000;
+    default:
+        return static_cast<uint16_t>(storeCompression);
+    }
+}
+
 CPicture ThumbnailOf(const CPicture& picture)
 {
     CMirroredPlane plane(picture.WithBits(8).WithSamples(3));
@@ -235,29 +262,29 @@ CPicture ThumbnailOf(const CPicture& picture)
     return plane.Window(0, 0, width, height, width, height, 0);
 }
 
-CPicture CutToWholeTiles(const CPicture& picture, const CSlideOptions& options)
+Stack StackFromPicture(const CPicture& whole, const CSlideOptions& options, uint32_t id)
 {
-    if (picture.Width() < options.TileWidth || picture.Height() < options.TileHeight)
-        throw CSampleError("slide: the picture is smaller than a tile and can't be cut to whole ones");
-    return picture.Cut(picture.Width() / options.TileWidth * options.TileWidth,
-                       picture.Height() / options.TileHeight * options.TileHeight);
+    CheckOptions(whole, options);
+    return StackOf(
+        std::make_shared<const CPicture>(options.IsCutToWholeTiles ? CutToWholeTiles(whole, options) : whole), options,
+        id);
 }
 
-} // namespace
-
-Document SlideFromPicture(const CPicture& whole, const CSlideOptions& options)
+Document SlideFromPicture(const CPicture& whole, const CSlideOptions& options, const std::function<void(Stack&)>& tell)
 {
     CheckOptions(whole, options);
     const CPicture picture = options.IsCutToWholeTiles ? CutToWholeTiles(whole, options) : whole;
     const CPicture thumbnail = ThumbnailOf(picture);
-    const ByteString bitmap = EncodeBmp(thumbnail);
     Document document;
-    document.FirstDirectory(
-        CTiffDirectory(thumbnail.Width(), thumbnail.Height()).Samples(3).Data({PackedRows(thumbnail)}));
-    document.Thumbnail(ByteString(bitmap.begin() + 14, bitmap.end()));
+    document.FirstDirectory(thumbnail, FirstDirectoryKind::Raw).Thumbnail(thumbnail);
     const auto shared = std::make_shared<const CPicture>(picture);
     for (uint32_t id = 1; id <= options.NumOfStacks; ++id)
-        document.With(StackFromPicture(shared, options, id));
+    {
+        Stack stack = StackOf(shared, options, id);
+        if (tell)
+            tell(stack);
+        document.With(std::move(stack));
+    }
     return document;
 }
 

@@ -111,7 +111,23 @@ void Describe(CLI::App& parser, COptions& options)
                   "With --grow: no tiles share their bytes, so that the store is as large as that of a scanned slide")
         ->group("How it is stored");
 
+    Describe(parser, options.Told);
+    parser
+        .add_option("--describe", options.Description,
+                    "Describe all of the document in a JSON file: docs/zelmake.md tells its keys, and "
+                    "SampleDocuments/examples/everything.json has them all. The options below, but for those of what "
+                    "it tells, hold for whatever the file leaves open")
+        ->type_name("FILE.json");
     parser.add_flag("--json", options.IsReportJson, "Report what was written as JSON");
+}
+
+void CheckTogether(const CLI::App& parser, const COptions& options)
+{
+    if (options.Description.empty())
+        return;
+    for (const CLI::Option* option : parser.get_options())
+        if (option->get_group() == GroupOfTold && option->count() > 0)
+            throw CSampleError(option->get_name() + ": does not go with --describe; say it in the file");
 }
 
 namespace
@@ -131,7 +147,7 @@ void ChooseStorage(CSlideOptions& slide, const COptions& options)
     slide.HasXml = options.Store == "ome-tiff";
     slide.RowsPerStrip = options.IsOneStrip ? Stack::OneStrip : options.RowsPerStrip;
     if (isDocument && slide.RowsPerStrip == 0 && !options.IsTileSizeGiven)
-        slide.RowsPerStrip = slide.Compression == StoreCompression::Jpeg ? Stack::OneStrip : slide.TileHeight;
+        slide.RowsPerStrip = UsualRowsPerStrip(slide);
 }
 
 } // namespace

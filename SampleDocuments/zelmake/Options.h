@@ -1,6 +1,7 @@
 #pragma once
 
 #include "SampleDocuments/Slide.h"
+#include "SampleDocuments/zelmake/Told.h"
 
 #include <CLI/CLI.hpp>
 #include <string>
@@ -24,10 +25,15 @@ struct COptions
     uint32_t NumOfLevels = 0; ///< 0: as many as it takes
     bool IsReportJson = false;
     SampleDocuments::CSlideOptions Slide;
+    CTold Told;
+    std::filesystem::path Description; ///< empty: there is none
 };
 
 /// Lets `parser` fill `options`; its help text explains the program.
 void Describe(CLI::App& parser, COptions& options);
+
+/// Throws CSampleError if the command line tells what only the description may tell.
+void CheckTogether(const CLI::App& parser, const COptions& options);
 
 /// The options of the slide with all that the command line says in words. Throws CSampleError for options that do not
 /// go together.

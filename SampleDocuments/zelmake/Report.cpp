@@ -21,10 +21,14 @@ int32_t NumOfRows(const CLevelGrid& grid)
     return grid.RowRange.Last - grid.RowRange.First + 1;
 }
 
-/// The file that holds the pixels of a stack.
+/// The file that holds the pixels of a stack; empty if there is none.
 fs::path FileOf(const Stack& stack, const fs::path& path, const Document& document)
 {
-    return stack.Plan().Storage == StackStorage::InDocument ? path : document.StorePath(path, stack.Id());
+    const CStackPlan& plan = stack.Plan();
+    if (plan.Storage == StackStorage::InDocument)
+        return path;
+    const bool isStored = plan.IsStoreWritten && plan.Storage != StackStorage::VectorGraphics;
+    return isStored ? document.StorePath(path, stack.Id()) : fs::path();
 }
 
 /// The size of a tile or strip, at the full resolution.
@@ -46,8 +50,9 @@ std::string ReportAsText(const fs::path& path, const Document& document)
         text += "  stack " + std::to_string(stack.Id()) + ": " + std::to_string(plan.Width) + " x " +
                 std::to_string(plan.Height) + " pixels, " + std::to_string(stack.Grids().size()) + " levels, " +
                 std::to_string(stack.Frames().size()) + " frames, " + std::to_string(stack.NumOfTiles()) +
-                (stack.IsStriped() ? " strips of " : " tiles of ") + TileSizeOf(stack) + " in " + store.string() +
-                " (" + std::to_string(fs::file_size(store)) + " bytes)\n";
+                (stack.IsStriped() ? " strips of " : " tiles of ") + TileSizeOf(stack);
+        text += store.empty() ? ", in no file\n"
+                              : " in " + store.string() + " (" + std::to_string(fs::file_size(store)) + " bytes)\n";
     }
     return text;
 }
@@ -70,7 +75,7 @@ std::string ReportAsJson(const fs::path& path, const Document& document)
                                     {"frames", stack.Frames().size()},
                                     {"tiles", stack.NumOfTiles()},
                                     {"store", store.string()},
-                                    {"bytes", fs::file_size(store)},
+                                    {"bytes", store.empty() ? 0 : fs::file_size(store)},
                                     {"levels", levels}});
     }
     return report.dump(2) + "\n";

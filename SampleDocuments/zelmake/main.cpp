@@ -1,3 +1,4 @@
+#include "SampleDocuments/Description/Description.h"
 #include "SampleDocuments/zelmake/Options.h"
 #include "SampleDocuments/zelmake/Report.h"
 #include "SampleDocuments/zelmake/Target.h"
@@ -15,15 +16,32 @@ constexpr const char* Purpose =
     "  zelmake slide.zel                                        a drawn picture, JPEG tiles\n"
     "  zelmake slide.zel --picture tissue.png --grow 50         50 x 50 mirrored pictures\n"
     "  zelmake stack.zel --z 5 --channels 2 --compression raw --bits 16\n"
+    "  zelmake slide.zel --magnification 20 --aperture 0.75 --regions 1000\n"
+    "  zelmake slide.zel --describe everything.json             whatever a document can hold\n"
     "\n"
     "Writes only below the folder of the document, and replaces what an earlier run left there.";
 
-void Make(const ZelMake::COptions& options)
+CPicture PictureOf(const ZelMake::COptions& options)
+{
+    return options.Picture.empty() ? DrawPicture(options.DrawnSize[0], options.DrawnSize[1])
+                                   : LoadPicture(options.Picture);
+}
+
+Document DocumentOf(const ZelMake::COptions& options)
 {
     const CSlideOptions slide = ZelMake::SlideOptionsOf(options);
-    const CPicture picture = options.Picture.empty() ? DrawPicture(options.DrawnSize[0], options.DrawnSize[1])
-                                                     : LoadPicture(options.Picture);
-    Document document = SlideFromPicture(picture, slide);
+    if (!options.Description.empty())
+        return DocumentFromDescription(options.Description, {slide, [&options] { return PictureOf(options); }});
+    const CPicture picture = PictureOf(options);
+    Document document =
+        SlideFromPicture(picture, slide, [&options](Stack& stack) { ZelMake::Tell(stack, options.Told); });
+    ZelMake::Tell(document, picture, options.Told);
+    return document;
+}
+
+void Make(const ZelMake::COptions& options)
+{
+    Document document = DocumentOf(options);
     ZelMake::CheckTarget(options.Document, document);
     ZelMake::RemoveOldStores(options.Document, document);
     document.WriteTo(options.Document);
@@ -47,6 +65,7 @@ int main(int argc, char** argv)
     try
     {
         parser.parse(argc, argv);
+        ZelMake::CheckTogether(parser, options);
         Make(options);
         return 0;
     }

@@ -1,5 +1,7 @@
+#include "SampleDocuments/Bitmap.h"
 #include "SampleDocuments/Codecs.h"
 
+#include "Tests/SampleDocuments/Bytes.h"
 #include "Tests/Support/Command.h"
 #include "Tests/Support/TemporaryFolder.h"
 
@@ -129,6 +131,87 @@ INSTANTIATE_TEST_SUITE_P(
                "slide.zel"}),
     [](const testing::TestParamInfo<CStore>& store) { return store.param.Name; });
 
+/// True if the document holds these bytes.
+bool Holds(const std::string& path, const ByteString& bytes)
+{
+    const ByteString file = ReadFile(path);
+    return std::search(file.begin(), file.end(), bytes.begin(), bytes.end()) != file.end();
+}
+
+TEST_F(ZelMake, TellsMoreThanPixels)
+{
+    const auto result = Run({_slide,
+                             "--draw",
+                             "64",
+                             "48",
+                             "--name",
+                             "Tissue",
+                             "--note",
+                             "A note",
+                             "--author",
+                             "Me",
+                             "--lens",
+                             "UPlan",
+                             "--aperture",
+                             "0.75",
+                             "--magnification",
+                             "20",
+                             "--immersion",
+                             "oil",
+                             "--exposure",
+                             "5000000000",
+                             "--stage",
+                             "1.5",
+                             "-2",
+                             "--experiment",
+                             "Growth",
+                             "--sample",
+                             "Leaf",
+                             "--limits",
+                             "3",
+                             "200",
+                             "--regions",
+                             "20",
+                             "--regions-as",
+                             "tree",
+                             "--thumbnail-bits",
+                             "4"});
+    EXPECT_EQ(result.ExitCode, 0) << result.Errors;
+    for (const char* text : {"Tissue", "A note", "Me", "UPlan", "Growth", "Leaf", "Region 19"})
+        EXPECT_TRUE(Holds(_slide, BytesOfTest::Utf16(text))) << text;
+    EXPECT_TRUE(Holds(_slide, Doubles(0, {3, 200}).Value()));
+    EXPECT_TRUE(Holds(_slide, Int64(0, 5000000000).Value()));
+    EXPECT_TRUE(Holds(_slide, BitmapOf(DrawPicture(64, 48), {.Bits = 4})));
+}
+
+TEST_F(ZelMake, WritesTheDocumentThatIsDescribed)
+{
+    const auto result = Run({_slide, "--describe", EXAMPLES "/everything.json", "--json"});
+    EXPECT_EQ(result.ExitCode, 0) << result.Errors;
+    EXPECT_THAT(result.Output, HasSubstr("\"id\": 9"));
+    EXPECT_TRUE(Holds(_slide, BytesOfTest::Utf16("UPlan 20x")));
+    EXPECT_TRUE(fs::exists(_store.parent_path() / "frame_t_0.kor"));
+}
+
+TEST_F(ZelMake, TakesWhatADescriptionLeavesOpenFromTheCommandLine)
+{
+    WriteFile(_folder.Path() / "a.json", BytesOf(R"({"stacks": [{"name": "Described"}]})"));
+    const auto result = Run({_slide, "--describe", _folder.Name("a.json"), "--draw", "300", "200", "--z", "2"});
+    EXPECT_EQ(result.ExitCode, 0) << result.Errors;
+    EXPECT_THAT(result.Output, HasSubstr("300 x 200 pixels, 2 levels, 2 frames"));
+    EXPECT_TRUE(Holds(_slide, BytesOfTest::Utf16("Described")));
+}
+
+TEST_F(ZelMake, WritesNothingForADescriptionWithAMistake)
+{
+    WriteFile(_folder.Path() / "a.json", BytesOf(R"({"stacks": [{"lens": {"aperature": 1}}]})"));
+    ExpectRefusal({_slide, "--draw", "64", "64", "--describe", _folder.Name("a.json")},
+                  R"(a.json: stacks[0].lens: there is no key "aperature" here; take aperture, )");
+    ExpectRefusal({_slide, "--describe", _folder.Name("none.json")}, "none.json: can't be read");
+    ExpectRefusal({_slide, "--describe", EXAMPLES "/everything.json", "--note", "x"}, "--note: does not go with");
+    EXPECT_FALSE(fs::exists(_folder.Path() / "new"));
+}
+
 TEST_F(ZelMake, ReplacesWhatAnEarlierRunLeft)
 {
     Run({_slide, "--draw", "64", "64"});
@@ -177,6 +260,8 @@ TEST_F(ZelMake, SaysWhatIsWrongWithItsArguments)
     ExpectRefusal({_slide, "--draw", "9", "9", "--store", "tiff", "--z", "2"}, "without XML has one frame");
     ExpectRefusal({_slide, "--draw", "64", "64", "--store", "tiff", "--strips", "9"}, "multiple of 8");
     ExpectRefusal({_slide, "--bgr"}, "--compression raw");
+    ExpectRefusal({_slide, "--immersion", "beer"}, "beer");
+    ExpectRefusal({_slide, "--thumbnail-bits", "2"}, "--thumbnail-bits");
     ExpectRefusal({_slide, "--grow", "1000000", "--draw", "10000", "1"}, "grow it less");
     EXPECT_FALSE(fs::exists(_slide));
 }
