@@ -2,61 +2,28 @@
 #include "CommonUtil/Numbers.h"
 #include "CommonUtil/PlatformCalls.h"
 #include "CommonUtil/Text.h"
+#include "Tests/Support/HostLocale.h"
 #include "Tests/Support/Log.h"
-#include "Tests/Support/TemporaryFolder.h"
 
 #include <clocale>
-#include <cstdlib>
 #include <gtest/gtest.h>
-#include <locale>
-#include <memory>
 
 using namespace CommonUtil;
 
 namespace
 {
 
-/// Digits and grouping as a German host has them; for C++ streams alone.
-class GermanNumbers : public std::numpunct<char>
-{
-    char do_decimal_point() const override { return ','; }
-    char do_thousands_sep() const override { return '.'; }
-    std::string do_grouping() const override { return "\3"; }
-};
-
-/// A host that has chosen a locale of its own before it calls us.
 class HostLocale : public testing::TestWithParam<const char*>
 {
 protected:
     void SetUp() override
     {
-        if (!std::setlocale(LC_ALL, GetParam()) && !BuildAndSet(GetParam()))
+        if (!_locale.IsThere())
             GTEST_SKIP() << "no locale " << GetParam() << " here, and none can be built";
-        const bool isGerman = std::string(GetParam()).starts_with("de");
-        _former = std::locale::global(isGerman ? std::locale(std::locale::classic(), new GermanNumbers)
-                                               : std::locale::classic());
-        std::setlocale(LC_ALL, GetParam()); // std::locale::global has set the classic one
-    }
-    void TearDown() override
-    {
-        std::locale::global(_former);
-        std::setlocale(LC_ALL, "C");
-        unsetenv("LOCPATH");
     }
 
 private:
-    bool BuildAndSet(const std::string& name)
-    {
-        const std::string language = name.substr(0, name.find('.'));
-        const std::string command = "localedef -i " + language + " -f UTF-8 " + _folder.Name(name) + " >/dev/null 2>&1";
-        if (std::system(command.c_str()) != 0)
-            return false;
-        setenv("LOCPATH", _folder.Path().c_str(), 1);
-        return std::setlocale(LC_ALL, name.c_str()) != nullptr;
-    }
-
-    TestSupport::TemporaryFolder _folder;
-    std::locale _former = std::locale::classic();
+    const TestSupport::HostLocale _locale{GetParam()};
 };
 
 INSTANTIATE_TEST_SUITE_P(In, HostLocale, testing::Values("C", "C.UTF-8", "de_DE.UTF-8"),
