@@ -60,13 +60,13 @@ struct CStackDimension
 {
     DimensionMeaning::E Meaning = DimensionMeaning::Dummy;
     uint32_t NumOfPoints = 1;
-    std::optional<double> Start;
-    std::optional<double> Step;
-    std::string StartUnit;
-    std::string StepUnit;
+    std::optional<double> Start = {};
+    std::optional<double> Step = {};
+    std::string StartUnit = {};
+    std::string StepUnit = {};
     bool IsMeaningWritten = true;   ///< false: readers have to tell it from a name alone
     bool IsCounted = true;          ///< false, for a dummy: it has no element among the counts
-    std::vector<CChannel> Channels; ///< of a channel dimension only
+    std::vector<CChannel> Channels = {}; ///< of a channel dimension only
 };
 
 /// Inclusive range of tile columns; numbers below 0 are good.
