@@ -13,8 +13,8 @@ namespace
 
 constexpr UINT64 MaxAreaID = 0xFFFFFFFE;
 
-/// The position of an area or a tile. The functions that give it take no lock, so the model does for the moment in
-/// which it fills its caches.
+/// The position of an area or a tile. Hosts are told that no lock is taken and may ask from any thread; working the
+/// position out fills caches, so that the document is held all the same.
 template <typename Object>
 AC_Result GetPosition(Object& object, CMN_RECT* pRect)
 {
@@ -85,8 +85,11 @@ extern "C"
                 CMultiDimImage& image = Group(hMultiDimImg);
                 const CLock lock(DocOf(image).ThreadSafetyMutex());
                 const auto& levels = image.DeepZoomPyramidLevels();
-                // The level number is the host's affair: one beyond the last is a failure without a name.
-                ZEL_ASSERT(levelID >= 0 && static_cast<size_t>(levelID) < levels.size());
+                if (levelID < 0 || static_cast<size_t>(levelID) >= levels.size())
+                {
+                    errno = 0; // the host's own affair: a failure without a name, whatever happened before
+                    FailAssertion(__FILE__, __LINE__);
+                }
                 const auto& level = levels[static_cast<size_t>(levelID)];
                 if (!level)
                 {

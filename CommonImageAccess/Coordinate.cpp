@@ -13,18 +13,13 @@ namespace
 
 constexpr uint32_t UnknownIndex = 0xFFFFFFFF;
 
-bool MayLieBeyondTheEnd(const CDimension& dimension)
-{
-    return dimension.Type() == DimensionType::DimensionType_X || dimension.Type() == DimensionType::DimensionType_Y;
-}
-
 } // namespace
 
 CCoordinate::CCoordinate(uint32_t index, CDimension& dimension, const ObjThatHasCoords* creator)
     : _Dimension(dimension), _Index(index), _Value(std::numeric_limits<double>::quiet_NaN()), _Creator(creator)
 {
     ZEL_ASSERT(index != UnknownIndex);
-    ZEL_ASSERT(MayLieBeyondTheEnd(dimension) || index < dimension.NumOfPoints());
+    ZEL_ASSERT(IsXOrY(dimension.Type()) || index < dimension.NumOfPoints());
     if (IsUnitlessDimension(dimension.Type()))
         _Value = index;
 }

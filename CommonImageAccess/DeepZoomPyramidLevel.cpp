@@ -76,7 +76,8 @@ CTileCorner CDeepZoomPyramidLevel::CornerOfTileMatrix()
 {
     if (!_CornerOfTileMatrix)
     {
-        // Every frame is asked for its tiles, so that a stack with one bad frame has no areas at all; the last counts.
+        // Every frame is asked for its tiles: one whose tiles break a rule leaves the stack without areas. The last
+        // frame counts.
         std::optional<CTileCorner> corner;
         for (const auto& [idx, frame] : _ParentMultiDimImg.Frames())
             corner = frame->DeepZoomTiles().SmallestColAndRow(_LevelID);

@@ -240,14 +240,24 @@ bool CDimension::Units_init(const wchar_t*& varToInit)
         varToInit = L"10^-6m^1";
         return true;
     }
-    // Pixels without a length: the images of a document are laid out together, so all must be without it alike.
-    for (const auto& [id, image] : _ParentMultiDimImg.ParentImgDoc().MultiDimImages())
+    AssertImagesHaveEqualNativeUnits();
+    return false;
+}
+
+/// Pixels without a length: the images of a document are laid out together, so all must be without it alike. Equal is
+/// equal for all of them, so that it is found out once a document.
+void CDimension::AssertImagesHaveEqualNativeUnits()
+{
+    CImgDoc& document = _ParentMultiDimImg.ParentImgDoc();
+    if (document.HaveImagesEqualNativeUnits(_Type))
+        return;
+    for (const auto& [id, image] : document.MultiDimImages())
     {
         const auto found = image->Dimensions().find(_Type);
         ZEL_ASSERT(found != image->Dimensions().end());
         ZEL_ASSERT(Equals(found->second->NativeUnits(), NativeUnits()));
     }
-    return false;
+    document.SetHaveImagesEqualNativeUnits(_Type);
 }
 
 uint32_t CDimension::MaxIdx()
@@ -265,8 +275,7 @@ bool CDimension::IsValidCoordinate(double value)
 
 double CDimension::Value(uint32_t index)
 {
-    const bool mayLieBeyondTheEnd = _Type == DimensionType::DimensionType_X || _Type == DimensionType::DimensionType_Y;
-    ZEL_ASSERT(mayLieBeyondTheEnd || index <= MaxIdx());
+    ZEL_ASSERT(IsXOrY(_Type) || index <= MaxIdx());
     if (HasEvenlySpacedPoints())
         return FirstPoint() + GapBetweenPoints() * index;
     ZEL_ASSERT(errno == 0 && index < Points().size());

@@ -75,6 +75,7 @@ private:
     bool _Points_init(std::vector<double>& varToInit);
     bool LastPoint_init(double& varToInit);
     bool Units_init(const wchar_t*& varToInit);
+    void AssertImagesHaveEqualNativeUnits();
     uint32_t IdxOnUnevenPoints(double value, bool IsDescending);
     uint32_t IdxOnEvenPoints(double value);
 

@@ -21,6 +21,11 @@ bool IsMandatoryDimension(DimensionType::E type)
     return std::find(mandatory.begin(), mandatory.end(), type) != mandatory.end();
 }
 
+bool IsXOrY(DimensionType::E type)
+{
+    return type == DimensionType::DimensionType_X || type == DimensionType::DimensionType_Y;
+}
+
 bool IsUnitlessDimension(DimensionType::E type)
 {
     return type == DimensionType::DimensionType_C || type == DimensionType::DimensionType_P;
@@ -28,8 +33,7 @@ bool IsUnitlessDimension(DimensionType::E type)
 
 bool IsFrameDifferentiatorCoordDimension(DimensionType::E type)
 {
-    return type != DimensionType::DimensionType_X && type != DimensionType::DimensionType_Y &&
-           type != DimensionType::DimensionType_P;
+    return !IsXOrY(type) && type != DimensionType::DimensionType_P;
 }
 
 const char* DimensionTypeToString(DimensionType::E type)

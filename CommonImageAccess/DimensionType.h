@@ -25,6 +25,8 @@ struct DimensionType
 /// X, Y, C and P, in this order: every image has them.
 const std::vector<DimensionType::E>& GetMandatoryDimensions();
 bool IsMandatoryDimension(DimensionType::E type);
+/// True for the two dimensions whose points are pixels: they may be asked beyond their end.
+bool IsXOrY(DimensionType::E type);
 /// True for C and P, whose values are their indices.
 bool IsUnitlessDimension(DimensionType::E type);
 /// True for the dimensions that tell frames apart: all but X, Y and P.

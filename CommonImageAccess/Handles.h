@@ -6,8 +6,8 @@
 namespace CIA
 {
 
-// A handle is the address of the model object itself; nothing detects one that is stale or foreign. Two of the bases
-// of these classes are polymorphic, so the address is always taken of, and given back as, exactly this class.
+// A handle is the address of the model object itself; nothing detects one that is stale or foreign. A handle is made of
+// and turned back into exactly the class named here: seen as one of its bases, the object has another address.
 inline CImgDoc& Doc(AC_HIMG_DOC handle)
 {
     return *static_cast<CImgDoc*>(handle);

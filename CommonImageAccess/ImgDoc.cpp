@@ -49,8 +49,12 @@ const StringMap& CImgDoc::BrixCustomProperties()
 CMultiDimImage* CImgDoc::BrixGetGroup(uint32_t groupNumber)
 {
     if (BrixGroups.empty())
+    {
+        std::vector<CMultiDimImage*> groups;
         for (const auto& [id, image] : MultiDimImages())
-            BrixGroups.push_back(image.get());
+            groups.push_back(image.get());
+        BrixGroups = std::move(groups);
+    }
     ZEL_ASSERT(!BrixGroups.empty());
     ZEL_ASSERT(groupNumber < BrixGroups.size());
     return BrixGroups[groupNumber];
@@ -58,8 +62,20 @@ CMultiDimImage* CImgDoc::BrixGetGroup(uint32_t groupNumber)
 
 double& CImgDoc::RealWorldCoordOfDisplayWindow(DimensionType::E xOrY)
 {
-    ZEL_ASSERT(xOrY == DimensionType::DimensionType_X || xOrY == DimensionType::DimensionType_Y);
+    ZEL_ASSERT(IsXOrY(xOrY));
     return _RealWorldCoordOfDisplayWindow[static_cast<size_t>(xOrY)];
+}
+
+bool CImgDoc::HaveImagesEqualNativeUnits(DimensionType::E xOrY) const
+{
+    ZEL_ASSERT(IsXOrY(xOrY));
+    return _HaveImagesEqualNativeUnits[static_cast<size_t>(xOrY)];
+}
+
+void CImgDoc::SetHaveImagesEqualNativeUnits(DimensionType::E xOrY)
+{
+    ZEL_ASSERT(IsXOrY(xOrY));
+    _HaveImagesEqualNativeUnits[static_cast<size_t>(xOrY)] = true;
 }
 
 } // namespace CIA

@@ -23,7 +23,7 @@ enum tagImgDocFormat : int32_t
 using ImgDocFormat = tagImgDocFormat;
 
 using CImgDocFileUnits = std::map<uint32_t, std::unique_ptr<CImgDocFileUnit>>;
-using StringMap = std::map<std::wstring, const wchar_t*>; ///< the texts pointed at live for ever
+using StringMap = std::map<std::wstring, const wchar_t*>;                    ///< the texts pointed at live for ever
 using CMultiDimImages = std::map<uint32_t, std::unique_ptr<CMultiDimImage>>; ///< by image ID
 
 /// One opened document, and the only object whose lifetime the host controls: it owns its side files and images, and
@@ -75,6 +75,9 @@ public:
     CMultiDimImage* BrixGetGroup(uint32_t groupNumber);
     /// Where the union of all images begins on X or Y, NaN until it was worked out: kept here for all of them.
     double& RealWorldCoordOfDisplayWindow(DimensionType::E xOrY);
+    /// Whether it was found out that all images measure X or Y in one unit, or in none.
+    bool HaveImagesEqualNativeUnits(DimensionType::E xOrY) const;
+    void SetHaveImagesEqualNativeUnits(DimensionType::E xOrY);
 
 protected:
     virtual bool MultiDimImages_init(CMultiDimImages& varToInit) = 0;
@@ -91,6 +94,7 @@ private:
     CommonUtil::CMyMutex _ThreadSafetyMutex;
     std::array<double, 2> _RealWorldCoordOfDisplayWindow = {std::numeric_limits<double>::quiet_NaN(),
                                                             std::numeric_limits<double>::quiet_NaN()};
+    std::array<bool, 2> _HaveImagesEqualNativeUnits = {};
     // Images go after the side files that they refer to: their destructors read nothing.
     CMultiDimImages _MultiDimImages;
     std::vector<CMultiDimImage*> BrixGroups;

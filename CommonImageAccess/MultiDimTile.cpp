@@ -113,8 +113,9 @@ CDeepZoomTile* CMultiDimTile::DeepZoomTile(const CCoords& frameDifferentiatorCoo
         }
         coords[type] = tmpCoords.Make(0, *dimension);
     }
-    const auto frame = image.Frames().find(CFrameIdx(coords));
-    if (frame == image.Frames().end())
+    const CFrames& frames = image.Frames();
+    const auto frame = frames.find(CFrameIdx(coords));
+    if (frame == frames.end())
     {
         ZEL_LOG("Error: Invalid frame index!");
         errno = EINVAL;

@@ -21,11 +21,6 @@ namespace
 /// What the search for the smallest first point starts from; left over, it says that there was none.
 constexpr double NoDisplayWindow = 2147483647.0;
 
-bool IsXOrY(DimensionType::E type)
-{
-    return type == DimensionType::DimensionType_X || type == DimensionType::DimensionType_Y;
-}
-
 } // namespace
 
 const wchar_t* CPixelDimension::Name()

@@ -77,6 +77,8 @@ bool IsLogRead()
 void pw_flf(bool isFromPW, const char* fileName, const char* funcName, const wchar_t* wformatString, int lineNumber,
             ...)
 {
+    if (!IsLogRead())
+        return;
     const CErrnoKeeper errnoKeeper;
     const CClassicLocale classicLocale; // numbers in the log read the same under every host
     const std::wstring prefix = Prefix(funcName, lineNumber);

@@ -7,23 +7,18 @@
 inline void CheckNarrowFormat(const char*, ...) __attribute__((format(printf, 1, 2)));
 inline void CheckNarrowFormat(const char*, ...) {}
 
-/// Logs one line whose %s arguments are narrow text. Never disturbs errno.
+/// Logs one line whose %s arguments are narrow text. Never disturbs errno. The arguments are worked out whether
+/// somebody reads the log or not: one that fails must fail alike for everybody.
 #define ZEL_LOG(format, ...)                                                                                           \
     do                                                                                                                 \
     {                                                                                                                  \
         if (false)                                                                                                     \
             CheckNarrowFormat(format __VA_OPT__(, ) __VA_ARGS__);                                                      \
-        if (CommonUtil::IsLogRead())                                                                                   \
-            CommonUtil::pw_flf(false, __FILE__, __func__, L##format, __LINE__ __VA_OPT__(, ) __VA_ARGS__);             \
+        CommonUtil::pw_flf(false, __FILE__, __func__, L##format, __LINE__ __VA_OPT__(, ) __VA_ARGS__);                 \
     } while (false)
 
 /// Logs one line whose format is wide and whose %s arguments are wide text. Never disturbs errno.
-#define ZEL_WLOG(format, ...)                                                                                          \
-    do                                                                                                                 \
-    {                                                                                                                  \
-        if (CommonUtil::IsLogRead())                                                                                   \
-            CommonUtil::pw_flf(true, __FILE__, __func__, format, __LINE__ __VA_OPT__(, ) __VA_ARGS__);                 \
-    } while (false)
+#define ZEL_WLOG(format, ...) CommonUtil::pw_flf(true, __FILE__, __func__, format, __LINE__ __VA_OPT__(, ) __VA_ARGS__)
 
 namespace CommonUtil
 {

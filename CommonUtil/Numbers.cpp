@@ -1,5 +1,6 @@
 #include "CommonUtil/Numbers.h"
 
+#include "CommonUtil/ErrnoKeeper.h"
 #include "CommonUtil/PlatformCalls.h"
 #include "CommonUtil/Text.h"
 
@@ -26,6 +27,7 @@ std::string InFixedNotation(double value, int precision)
 
 double ParseNumber(const std::string& text)
 {
+    const CErrnoKeeper errnoKeeper; // a number next to 0 leaves ERANGE, which is no reason of ours
     std::istringstream stream(text);
     stream.imbue(std::locale::classic());
     double value = 0;
@@ -104,8 +106,7 @@ uint32_t NegativePower(const std::wstring& units, const char* siUnits)
     ZEL_ASSERT(text.size() - ending.size() >= start);
     const std::string power = text.substr(start, text.size() - ending.size() - start);
     ZEL_ASSERT(IsInt(power));
-    ZEL_ASSERT(IsPositiveInteger(power)); // a second minus sign would make a positive power of it
-    uint32_t number = 0;
+    uint32_t number = 0; // without a sign: a second minus sign does not pass
     const auto [end, error] = std::from_chars(power.data(), power.data() + power.size(), number);
     ZEL_ASSERT(error == std::errc() && number <= static_cast<uint32_t>(std::numeric_limits<int>::max()));
     return number;
@@ -120,6 +121,7 @@ double ConvertToUnits(double value, const std::wstring& originalUnits, const cha
         return value;
     }
     const uint32_t power = NegativePower(originalUnits, siUnits);
+    const CErrnoKeeper errnoKeeper; // a power out of range leaves ERANGE, which is no reason of ours
     ZEL_ASSERT(powerOf10toMultiplyBy <= static_cast<uint32_t>(std::numeric_limits<int>::max()));
     return value / std::pow(10.0, static_cast<int>(power) - static_cast<int>(powerOf10toMultiplyBy));
 }

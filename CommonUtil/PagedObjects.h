@@ -27,10 +27,10 @@ public:
     template <typename... Arguments>
     T& Emplace(uint32_t number, Arguments&&... arguments)
     {
-        std::unique_ptr<CPage>& page = _pages[number / PageSize];
-        if (!page)
-            page = std::make_unique<CPage>();
-        return page->Emplace(number % PageSize, std::forward<Arguments>(arguments)...);
+        auto page = _pages.find(number / PageSize);
+        if (page == _pages.end())
+            page = _pages.emplace(number / PageSize, std::make_unique<CPage>()).first;
+        return page->second->Emplace(number % PageSize, std::forward<Arguments>(arguments)...);
     }
 
 private:

@@ -104,13 +104,17 @@ void CDimensionInference::Put(DimensionType::E type, double firstPoint, double g
 void CDimensionInference::GetZDimDataFromDimChannel(CZelMetaDataForDimensionChannel& channel)
 {
     CZelMetaDataForImgZIncrement* increment = channel.ImgZIncrement();
-    if (_dimMetaDatas.contains(DimensionType::DimensionType_Z))
-        ZEL_LOG("Warning Z Dimention is already present");
+    const auto put = [this](double firstPoint, double gap)
+    {
+        if (_dimMetaDatas.contains(DimensionType::DimensionType_Z))
+            ZEL_LOG("Warning Z Dimention is already present");
+        Put(DimensionType::DimensionType_Z, firstPoint, gap);
+    };
     if (!channel.ImgZStart())
     {
         if (increment)
-            ZEL_LOG("Warning : Start and Unit's are absent for Dimension Z but Step is Present");
-        Put(DimensionType::DimensionType_Z, NoFirstPoint, 0);
+            ZEL_LOG("Warning : Start and Unit's are absent for Dimensition Z but Step is Present");
+        put(NoFirstPoint, 0);
         return;
     }
     const std::wstring startUnits = TextOf(channel.ImgZStart()->ZUnit());
@@ -126,14 +130,12 @@ void CDimensionInference::GetZDimDataFromDimChannel(CZelMetaDataForDimensionChan
                 start);
     else
         step.Value = ConvertToBrixZDimUnits(step.Value, step.Units);
-    Put(DimensionType::DimensionType_Z, start, step.Value);
+    put(start, step.Value);
 }
 
 void CDimensionInference::GetTDimDataFromDimChannel(CZelMetaDataForDimensionChannel& channel)
 {
     CZelMetaDataForImgTimeIncrement* increment = channel.ImgTimeIncrement();
-    if (_dimMetaDatas.contains(DimensionType::DimensionType_T))
-        ZEL_LOG("Warning Dimention T is already Present");
     CStep step;
     if (increment)
         step = {ValueOf(increment->TStep()), TextOf(increment->TStepUnits())};
@@ -145,7 +147,7 @@ void CDimensionInference::GetTDimDataFromDimChannel(CZelMetaDataForDimensionChan
             return;
         }
         // Unlike Z and lambda, T keeps a step that has no start.
-        ZEL_LOG("Warning : Start and Unit's are absent for Dimension T but Step is Present");
+        ZEL_LOG("Warning : Start and Unit's are absent for Dimensition T but Step is Present");
         Put(DimensionType::DimensionType_T, 0, ConvertToBrixTDimUnits(step.Value, step.Units));
         return;
     }
@@ -154,14 +156,15 @@ void CDimensionInference::GetTDimDataFromDimChannel(CZelMetaDataForDimensionChan
     if (step.Value == 0)
         ZEL_LOG("WARNING: imgTStep is 0! Considering that this consciously specifies that T dimension has frames "
                 "unevenly spaced in it...");
-    Put(DimensionType::DimensionType_T, start, ConvertToBrixTDimUnits(step.Value, step.Units));
+    const double gap = ConvertToBrixTDimUnits(step.Value, step.Units);
+    if (_dimMetaDatas.contains(DimensionType::DimensionType_T))
+        ZEL_LOG("Warning Dimention T is already Present");
+    Put(DimensionType::DimensionType_T, start, gap);
 }
 
 void CDimensionInference::GetLDimDataFromDimChannel(CZelMetaDataForDimensionChannel& channel)
 {
     CZelMetaDataForImgLambdaIncrement* increment = channel.ImgLambdaIncrement();
-    if (_dimMetaDatas.contains(DimensionType::DimensionType_L))
-        ZEL_LOG("Warning L Dimention is already Present");
     if (!channel.ImgLambdaStart())
     {
         if (increment)
@@ -173,6 +176,8 @@ void CDimensionInference::GetLDimDataFromDimChannel(CZelMetaDataForDimensionChan
     const double start =
         ConvertToBrixLDimUnits(ValueOf(channel.ImgLambdaStart()->LStart()), TextOf(channel.ImgLambdaStart()->LUnit()));
     const double step = ConvertToBrixLDimUnits(ValueOf(increment->LStep()), TextOf(increment->LStepUnits()));
+    if (_dimMetaDatas.contains(DimensionType::DimensionType_L))
+        ZEL_LOG("Warning L Dimention is already Present");
     Put(DimensionType::DimensionType_L, start, step);
 }
 

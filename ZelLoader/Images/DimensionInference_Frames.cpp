@@ -8,6 +8,7 @@
 #include "ZelLoader/Images/ZelMultiDimImage.h"
 
 #include <algorithm>
+#include <cerrno>
 #include <optional>
 
 namespace Zel
@@ -44,6 +45,11 @@ std::optional<double> CoordOfFrame(CZelMetaDataForFrameProperties& frameProperti
 
 bool CDimensionInference::GetOrValidateDimMetaDatasFromFrames()
 {
+    if (!_image.MetaData().NumOfPointsPerDim()) // needed by every stack, also by one without any of these dimensions
+    {
+        errno = ENOEXEC;
+        return false;
+    }
     const auto& frames = *_image.MetaData().ImgFrames();
     if (!CountFrames(frames.size()))
         return false;

@@ -13,7 +13,7 @@ namespace Zel
 namespace
 {
 
-/// Tables of fewer bytes hold nothing but their opening and closing markers.
+/// Tables of no more bytes hold nothing but their opening and closing markers.
 constexpr uint32_t MaxSizeOfEmptyTables = 4;
 
 } // namespace

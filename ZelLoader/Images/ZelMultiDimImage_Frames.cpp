@@ -100,6 +100,7 @@ std::unique_ptr<CFrame> CZelMultiDimImage::Frame_init(const CFrameIdx& frameIdx)
     if (_IsKorFileMissing)
         ThrowWithErrno(EREMOTE, "TODO: Get frames from coarse data...");
     ZEL_ASSERT(node->second->FrameTiffIfd());
+    node->second->FrameTiffIfd()->IdxOfTiffIfd(); // asserts that the frame says which directory is its own
     return frame;
 }
 
@@ -115,12 +116,16 @@ uint64_t CZelMultiDimImage::MaxNumOfFrames()
 CFrame* CZelMultiDimImage::NextFrameOnDisk(uint32_t idxOfTiffIfd)
 {
     if (FramesIndexedByTiffIfdIdx.empty())
+    {
+        std::map<uint32_t, CFrame*> framesByIfd;
         for (const auto& [idx, frame] : Frames())
         {
             CZelMetaDataForFrameTiffIfd* ifd = static_cast<CZelFrame&>(*frame).MetaData().FrameTiffIfd();
             ZEL_ASSERT(ifd);
-            FramesIndexedByTiffIfdIdx[ifd->IdxOfTiffIfd()] = frame.get();
+            framesByIfd[ifd->IdxOfTiffIfd()] = frame.get();
         }
+        FramesIndexedByTiffIfdIdx = std::move(framesByIfd);
+    }
     ZEL_ASSERT(FramesIndexedByTiffIfdIdx.contains(idxOfTiffIfd));
     const auto next = FramesIndexedByTiffIfdIdx.upper_bound(idxOfTiffIfd);
     return next == FramesIndexedByTiffIfdIdx.end() ? nullptr : next->second;

@@ -40,7 +40,7 @@ bool CZelPixelFormat::NumOfBitsPerPixelComponent_init(uint32_t& varToInit)
         return true;
     }
     const uint32_t size = source.Header->PixelComponentSizeInBytes();
-    varToInit = size * 8; // an unknown component type gives an absurd number, which no pixel size can be made of
+    varToInit = size * 8; // an unknown component type gives an absurd number, as hosts know it
     return true;
 }
 

@@ -5,12 +5,47 @@
 #include "ZelLoader/Images/PixelScan.h"
 #include "ZelLoader/Images/ZelPixelFormat.h"
 #include "ZelLoader/Store/KorFile.h"
+#include "ZelLoader/Store/ZelDeepZoomTile.h"
 #include "ZelLoader/ZelImgDoc.h"
 
 #include <cerrno>
+#include <set>
 
 namespace Zel
 {
+
+namespace
+{
+
+/// Keeps a scan of all tiles to the bytes that the file holds, whatever its records claim: bytes that several records
+/// share are scanned once, and records that overlap otherwise end in a failed assertion.
+class CScannedBytes
+{
+public:
+    explicit CScannedBytes(CZelMultiDimImage& image)
+        : _isBinaryStore(image.UsesKorFile() && !image.OpenedKorFile().IsOmeType()),
+          _sizeOfFile(image.UsesKorFile() ? image.OpenedKorFile().FileSize() : image.ParentZelImgDoc().FileSize())
+    {
+    }
+
+    bool AreNew(CDeepZoomTile& tile, uint32_t size)
+    {
+        if (_isBinaryStore && !_blocks.emplace(static_cast<CZelDeepZoomTile&>(tile).BlockOffset(), size).second)
+            return false;
+        _numOfBytes += size;
+        // A little more than the file: the last strip of a TIFF store is served by the one before it.
+        ZEL_ASSERT(size <= _sizeOfFile && _numOfBytes <= 2 * _sizeOfFile);
+        return true;
+    }
+
+private:
+    bool _isBinaryStore;
+    uint64_t _sizeOfFile;
+    uint64_t _numOfBytes = 0;
+    std::set<std::pair<uint64_t, uint32_t>> _blocks;
+};
+
+} // namespace
 
 const CArrayStartAndSize<double>* CZelPixelFormat::ImgDisplayLimits()
 {
@@ -92,14 +127,14 @@ bool CZelPixelFormat::MaxPixelValueOfTiles(uint64_t& maxPixelValue)
     const uint32_t numOfBytesPerPixel = NumOfBytes();
     CMaxPixelValueScan scan(numOfBytesPerPixel, maxPixelValue);
     std::vector<unsigned char> buffer; // one for all tiles
-    const uint64_t sizeOfFile = _ParentZelImage.UsesKorFile() ? _ParentZelImage.KorFile()->FileSize()
-                                                              : _ParentZelImage.ParentZelImgDoc().FileSize();
+    CScannedBytes scannedBytes(_ParentZelImage);
     const auto scanTile = [&](CDeepZoomTile& tile)
     {
         CByteArray array;
         if (!tile.PixelBuf(array, {}))
             return false;
-        ZEL_ASSERT(array.Size <= sizeOfFile); // a record can claim any size
+        if (!scannedBytes.AreNew(tile, array.Size))
+            return true;
         buffer.resize(array.Size);
         array.Arr = buffer.data();
         if (array.Size > 0 && !tile.PixelBuf(array, {}))

@@ -77,6 +77,7 @@ uint32_t NumOfSteps(uint32_t size, uint32_t step)
 
 std::unique_ptr<CDeepZoomTiles> MakeZelTiffFrameTiles(CZelFrame& frame)
 {
+    // Before the file is set to the frame's directory: finding these out moves it.
     const uint32_t tileWidthOfImage = frame.ParentMultiDimImg().DeepZoomTilePixelWidth(0);
     const uint32_t tileHeightOfImage = frame.ParentMultiDimImg().DeepZoomTilePixelHeight(0);
     TIFF* tif = frame.TiffFilePtr();

@@ -18,6 +18,7 @@ public:
     CZelDeepZoomTile(const CKorTile& metaData, uint32_t tileNumber, CZelFrame& frame, CDeepZoomPyramidLevel& level);
 
     uint32_t TileNumber() const { return _TileNumber; }
+    uint64_t BlockOffset() const { return MetaData().BlockOffset; } ///< of its bytes in a binary store
     CDeepZoomTile* NextTileOnDisk() override;
 
 protected:
