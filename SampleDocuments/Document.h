@@ -70,7 +70,7 @@ struct CDocumentProperties
     std::optional<std::string> CreatorName = "Sample writer";
     std::optional<std::string> ProductName = "Sample microscope";
     std::optional<std::string> ProductVersion = "1.0";
-    std::optional<std::string> FamilyId;
+    std::optional<std::string> FamilyId = {};
     std::optional<int32_t> CreatorMajorVersion = 1;
     std::optional<int32_t> CreatorMinorVersion = 2;
     std::optional<int32_t> CreatorSubVersion = 3;
@@ -86,6 +86,9 @@ struct FirstDirectoryKind
         Jpeg ///< one strip that is a whole JPEG file
     };
 };
+
+/// A first directory that holds the picture in 8 bits.
+CTiffDirectory FirstDirectoryOf(const CPicture& picture, FirstDirectoryKind::E kind);
 
 /// A document: stacks, and all that stands around them in the tree. A plain value.
 ///

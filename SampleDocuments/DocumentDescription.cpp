@@ -48,7 +48,9 @@ CNode ThumbnailNode(const ByteString& bitmap)
     return SampleDocuments::Volume(Tag::Thumbnail, {ByteArray(Tag::Value, bitmap)});
 }
 
-CTiffDirectory DirectoryOf(const CPicture& picture, FirstDirectoryKind::E kind)
+} // namespace
+
+CTiffDirectory FirstDirectoryOf(const CPicture& picture, FirstDirectoryKind::E kind)
 {
     const CPicture pixels = picture.WithBits(8);
     CTiffDirectory directory = CTiffDirectory(picture.Width(), picture.Height()).Samples(picture.Samples());
@@ -58,8 +60,6 @@ CTiffDirectory DirectoryOf(const CPicture& picture, FirstDirectoryKind::E kind)
         directory.Photometric(PhotometricYCbCr);
     return directory.Compression(CompressionJpeg).Data({EncodeJpeg(pixels, Quality)});
 }
-
-} // namespace
 
 void Document::ThrowIfBuilt() const
 {
@@ -170,7 +170,7 @@ Document& Document::FileBlob(CNode blob)
 
 Document& Document::FirstDirectory(const CPicture& picture, FirstDirectoryKind::E kind)
 {
-    return FirstDirectory(DirectoryOf(picture, kind));
+    return FirstDirectory(FirstDirectoryOf(picture, kind));
 }
 
 CNode Document::PropertySet() const

@@ -61,7 +61,11 @@ void ReadFirstDirectory(CJsonObject& object, Document& document, CPictures& pict
                        {
                            FirstDirectoryKind::E kind = FirstDirectoryKind::Raw;
                            directory.ReadName("kind", kinds, kind);
-                           document.FirstDirectory(ThumbnailOf(pictures.PictureFor(directory)), kind);
+                           CTiffDirectory made = FirstDirectoryOf(ThumbnailOf(pictures.PictureFor(directory)), kind);
+                           uint16_t compression = 0;
+                           if (directory.Read("compression", compression))
+                               made.Compression(compression);
+                           document.FirstDirectory(std::move(made));
                        });
 }
 

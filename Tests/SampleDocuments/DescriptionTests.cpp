@@ -80,6 +80,14 @@ TEST_F(Description, TellsOfTheDocument)
     EXPECT_TRUE(document.File().Directories.empty());
 }
 
+TEST_F(Description, PutsAPictureIntoTheFirstDirectory)
+{
+    Document raw = Described(R"({"firstDirectory": {"draw": [8, 4], "compression": 34712}})");
+    EXPECT_EQ(raw.File().Directories[0].StripOrTile(0), PackedRows(DrawPicture(8, 4)));
+    Document jpeg = Described(R"({"firstDirectory": {"draw": [8, 4], "kind": "jpeg"}})");
+    EXPECT_EQ(Decode(jpeg.File().Directories[0].StripOrTile(0)).Width(), 8u);
+}
+
 TEST_F(Description, CanLeaveOutWhatDocumentsUsuallyHave)
 {
     Document document = Described(R"({"properties": null, "displayLayers": null, "thumbnail": null, "stacks": []})");
