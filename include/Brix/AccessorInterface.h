@@ -373,8 +373,9 @@ extern "C"
 
     /**
      * The bytes of an image. A compressed one (see "format" of "ChannelInfo") is handed over as it is stored, whole:
-     * the bytes are a JPEG, JPEG 2000, PNG or BMP stream. Of a raw one any rectangle is served: its rows from top to
-     * bottom, without padding, each pixel with its components side by side, little-endian.
+     * the bytes are a JPEG, JPEG 2000, PNG or BMP stream. A JPEG stream of a TIFF store may keep its tables apart: they
+     * are "JpegTables" of _AC_GetFrameProperty. Of a raw one any rectangle is served: its rows from top to bottom,
+     * without padding, each pixel with its components side by side, little-endian.
      *
      * pRect: what to read, in pixels of the image; all four fields 0 for the whole image.
      * buffer, bufferSize: where to; NULL and 0, or a size that is too small, only ask for the size, and nothing is
@@ -428,7 +429,8 @@ extern "C"
      * phPropset: gets the set, which lives until the document is closed; the same request answers the same set.
      *
      * AC_RESULT_INVALID_PARAM: a NULL argument, an unknown key, a wrong parameter. AC_RESULT_PROPERTY_NOT_FOUND: the
-     * document does not tell. AC_RESULT_UNSUPPORTED_OPERATION: not served by this version.
+     * document does not tell. AC_RESULT_FAILURE: parameters for a key that takes none, or a rule of the format is
+     * broken.
      */
     AC_Result _AC_GetAreaProperty(AC_HMULTIDIMTILE hMultiDimTile, const wchar_t* propsetKey,
                                   const AC_PARAMS* propsetParams, AC_HPROPSET* phPropset);
