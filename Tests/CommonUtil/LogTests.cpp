@@ -1,7 +1,8 @@
+#include "Tests/Support/ChildProcess.h"
 #include "Tests/Support/Log.h"
 
-#include <array>
 #include <cerrno>
+#include <cstdio>
 #include <gtest/gtest.h>
 #include <thread>
 #include <vector>
@@ -66,6 +67,13 @@ TEST(Log, PrintsAMessageThatJustFitsWithoutTheMark)
     EXPECT_EQ(LogOf([&] { pw_flf(false, "", "F", L"%s", 1, fits.c_str()); }), "L1:F: " + fits + "\n");
 }
 
+TEST(Log, CutsAMessageThatIsTooLongByOne)
+{
+    const std::string tooLong = LongText.substr(0, 10000);
+    EXPECT_EQ(LogOf([&] { pw_flf(false, "", "F", L"%s", 1, tooLong.c_str()); }),
+              "L1:F: " + tooLong.substr(1) + "(OUTPUT WAS TRUNCATED)\n");
+}
+
 TEST(Log, SurvivesAFunctionNameThatIsTooLong)
 {
     EXPECT_NE(LogOf([] { pw_flf(false, "", LongText.c_str(), L"end", 1); }).find("end\n"), std::string::npos);
@@ -86,6 +94,20 @@ TEST(Log, LeavesErrnoAsItFoundIt)
     EXPECT_EQ(errnoAfter([] { returnErrV2(false, "a/File.cpp", 7); }), ENODATA);
 }
 
+TEST(Log, LeavesErrnoAsItFoundItWhenItCannotPrint)
+{
+    const auto logOntoAFullDisk = []
+    {
+        if (!std::freopen("/dev/full", "w", stdout))
+            return 1;
+        EnablePrintfOntoScreen = true;
+        errno = ENODATA;
+        ZEL_LOG("unheard");
+        return errno;
+    };
+    EXPECT_EQ(TestSupport::RunInChild(logOntoAFullDisk), TestSupport::ExitedWith(ENODATA));
+}
+
 TEST(Log, GivesTheMessageAndItsPlaceToTheHook)
 {
     const LogReaderOfTest reader;
@@ -98,15 +120,15 @@ TEST(Log, GivesTheMessageAndItsPlaceToTheHook)
     EXPECT_FALSE(line.IsError);
 }
 
-TEST(Log, IsNotFormattedWhenNobodyReadsIt)
+TEST(Log, WorksItsArgumentsOutWhetherItIsReadOrNot)
 {
     int numOfCalls = 0;
     const auto argument = [&] { return ++numOfCalls; };
     ZEL_LOG("%d", argument());
-    EXPECT_EQ(numOfCalls, 0);
+    EXPECT_EQ(numOfCalls, 1);
     const LogReaderOfTest reader;
     ZEL_LOG("%d", argument());
-    EXPECT_EQ(numOfCalls, 1);
+    EXPECT_EQ(numOfCalls, 2);
 }
 
 TEST(Log, KeepsTheLinesOfSeveralThreadsApart)

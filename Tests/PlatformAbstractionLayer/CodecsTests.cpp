@@ -41,9 +41,13 @@ INSTANTIATE_TEST_SUITE_P(
 std::string RandomBytes(size_t size)
 {
     std::mt19937_64 random(size);
-    std::string bytes(size, '\0');
-    for (char& byte : bytes)
-        byte = static_cast<char>(random());
+    std::string bytes;
+    while (bytes.size() < size)
+    {
+        const uint64_t number = random();
+        bytes.append(reinterpret_cast<const char*>(&number), sizeof number);
+    }
+    bytes.resize(size);
     return bytes;
 }
 
