@@ -64,8 +64,8 @@ struct CStackDimension
     std::optional<double> Step = {};
     std::string StartUnit = {};
     std::string StepUnit = {};
-    bool IsMeaningWritten = true;   ///< false: readers have to tell it from a name alone
-    bool IsCounted = true;          ///< false, for a dummy: it has no element among the counts
+    bool IsMeaningWritten = true;        ///< false: readers have to tell it from a name alone
+    bool IsCounted = true;               ///< false, for a dummy: it has no element among the counts
     std::vector<CChannel> Channels = {}; ///< of a channel dimension only
 };
 
