@@ -6,7 +6,7 @@
 #include <cstring>
 #include <limits>
 #include <memory>
-#include <vector>
+#include <new>
 
 namespace CIA
 {
@@ -113,12 +113,14 @@ int Make24BitBMPBufferTiff(TIFF* tiff, CIA::CByteArray& buf)
     }
     if (buf.Size < size)
         return EINVAL;
-    std::vector<uint32_t> pixels(uint64_t{width} * height);
+    const std::unique_ptr<uint32_t[]> pixels(new (std::nothrow) uint32_t[uint64_t{width} * height]());
+    if (!pixels)
+        return failed(ENOMEM);
     errno = 0;
-    if (!TIFFReadRGBAImageOriented(tiff, width, height, pixels.data(), ORIENTATION_TOPLEFT, 0))
+    if (!TIFFReadRGBAImageOriented(tiff, width, height, pixels.get(), ORIENTATION_TOPLEFT, 0))
         return failed(errno != 0 ? errno : EIO);
     errno = 0; // decoding leaves reasons that are none
     const int result = CIA::Make24BitBMPBufferImgRGBA(static_cast<uint16_t>(width), static_cast<uint16_t>(height),
-                                                      pixels.data(), buf, 0, 0);
+                                                      pixels.get(), buf, 0, 0);
     return result == 0 ? 0 : failed(errno);
 }

@@ -32,10 +32,10 @@ std::vector<std::string> PartsOfVersion(const std::string& text)
 INT32 NumberOfPart(const std::string& part)
 {
     ZEL_ASSERT(IsPositiveInteger(part));
-    INT32 number = 0;
+    uint32_t number = 0; // as documents store it
     const auto [end, error] = std::from_chars(part.data(), part.data() + part.size(), number);
     ZEL_ASSERT(error == std::errc());
-    return number;
+    return static_cast<INT32>(number);
 }
 
 AC_Result GetLUT(CMultiDimTile& area, const wchar_t* channelID, int* red, int* green, int* blue, int tableBufferSize,

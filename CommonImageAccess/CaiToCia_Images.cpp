@@ -255,10 +255,10 @@ extern "C"
             return Complain("Unexpected axis type!");
         if (!pnSize)
             return AC_RESULT_INVALID_PARAM;
-        const std::wstring name = DimensionName(*type);
-        *pnSize = static_cast<int>(name.size()) + 1;
+        const wchar_t* name = DimensionName(*type);
+        *pnSize = static_cast<int>(std::wcslen(name)) + 1;
         if (*pnSize <= nBufferSize && pBuffer)
-            std::wmemcpy(pBuffer, name.c_str(), name.size() + 1);
+            std::wmemcpy(pBuffer, name, static_cast<size_t>(*pnSize));
         return AC_RESULT_SUCCESS;
     }
 

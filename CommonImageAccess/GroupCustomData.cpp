@@ -181,7 +181,7 @@ AC_Result CGroupCustomData::GetAxis(const wchar_t* name)
 AC_Result CGroupCustomData::GetExposureTime(const AC_PARAM* params)
 {
     _text = "";
-    if (!params || !params->pElements || params->nSize < 1 || !params->pElements->pValue)
+    if (!params || !params->pElements || !params->pElements->pValue)
         return AC_RESULT_INVALID_PARAM;
     const CErrnoKeeper errnoKeeper;
     const long channel = std::wcstol(static_cast<const wchar_t*>(params->pElements->pValue), nullptr, 10);

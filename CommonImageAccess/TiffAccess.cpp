@@ -58,15 +58,29 @@ uint32_t TIFFNumberOfDirectories(TIFF* tif)
     return numOfDirectories;
 }
 
+tmsize_t TIFFReadRawTile(TIFF* tif, uint32_t tile, void* buffer, tmsize_t size)
+{
+    const CErrnoKeeper errnoKeeper;
+    return ::TIFFReadRawTile(tif, tile, buffer, size);
+}
+
+tmsize_t TIFFReadRawStrip(TIFF* tif, uint32_t strip, void* buffer, tmsize_t size)
+{
+    const CErrnoKeeper errnoKeeper;
+    return ::TIFFReadRawStrip(tif, strip, buffer, size);
+}
+
 TIFF* CTiffImageDoc::TiffFilePtr()
 {
     if (!_TiffFilePtr)
     {
-        _TiffFilePtr = TIFFOpenW(_FileName, "r");
-        if (_TiffFilePtr)
+        // Not mapped into memory: a file that shrinks under a map ends the host's process.
+        CTiffHandle handle = TIFFOpenW(_FileName, "rm");
+        if (handle)
         {
-            _OffsetsOfDirectories = {TIFFCurrentDirOffset(_TiffFilePtr.get())};
+            _OffsetsOfDirectories = {TIFFCurrentDirOffset(handle.get())};
             _CurrentDirectory = 0;
+            _TiffFilePtr = std::move(handle);
         }
     }
     return _TiffFilePtr.get();

@@ -25,6 +25,10 @@ CTiffHandle TIFFOpenW(const std::wstring& name, const char* mode);
 /// Asserts that there is a directory, and that its number would fit 16 bits. Keeps errno.
 uint32_t TIFFNumberOfDirectories(TIFF* tif);
 
+// The bytes of a tile or strip as they are stored: how many were read, -1 on failure. Keep errno.
+tmsize_t TIFFReadRawTile(TIFF* tif, uint32_t tile, void* buffer, tmsize_t size);
+tmsize_t TIFFReadRawStrip(TIFF* tif, uint32_t strip, void* buffer, tmsize_t size);
+
 /// The value of an optional tag; false when the directory has none. Keeps errno.
 template <typename... Arguments>
 bool TIFFGetField_mayFail(TIFF* tif, uint32_t tag, Arguments*... arguments);

@@ -52,6 +52,7 @@ CTiffDeepZoomTile::CPlace CTiffDeepZoomTile::Place()
 
 bool CTiffDeepZoomTile::PixelBuf_rValidated(CByteArray& buf, const CPixelRect& r)
 {
+    ZEL_ASSERT(CIA::TIFFGetField<uint16_t>(TiffFilePtr(), TIFFTAG_PLANARCONFIG) == PLANARCONFIG_CONTIG);
     if (PartialTileNeedsToBeRead(r))
         ReadPart(buf, r);
     else
@@ -64,7 +65,6 @@ void CTiffDeepZoomTile::ReadWholeTile(CByteArray& buf)
     const CPlace place = Place();
     const uint32_t sizeOffered = buf.Size;
     TIFF* tif = TiffFilePtr();
-    ZEL_ASSERT(CIA::TIFFGetField<uint16_t>(tif, TIFFTAG_PLANARCONFIG) == PLANARCONFIG_CONTIG);
     if (!TIFFIsTiled(tif))
     {
         ReadWholeStrip(buf, place, tif);
@@ -80,7 +80,7 @@ void CTiffDeepZoomTile::ReadWholeTile(CByteArray& buf)
         return;
     // A tile that is stored shorter, or cannot be read, leaves zeros and never what the buffer held before.
     std::memset(buf.Arr, 0, buf.Size);
-    TIFFReadRawTile(tif, place.TileNumber, buf.Arr, static_cast<tmsize_t>(buf.Size));
+    CIA::TIFFReadRawTile(tif, place.TileNumber, buf.Arr, static_cast<tmsize_t>(buf.Size));
 }
 
 uint32_t CTiffDeepZoomTile::CheckedRawStripSize(const CPlace& place, TIFF* tif)
@@ -107,7 +107,7 @@ void CTiffDeepZoomTile::ReadWholeStrip(CByteArray& buf, const CPlace& place, TIF
     if (IsSizeAllThatIsWanted(buf, sizeOffered))
         return;
     const auto size = static_cast<tmsize_t>(buf.Size);
-    ZEL_ASSERT(TIFFReadRawStrip(tif, place.StripNumber, buf.Arr, size) == size);
+    ZEL_ASSERT(CIA::TIFFReadRawStrip(tif, place.StripNumber, buf.Arr, size) == size);
 }
 
 /// A JPEG stream that stands for itself: the directory's tables, the strip without its own, the closing marker.
@@ -121,7 +121,7 @@ std::vector<unsigned char> CTiffDeepZoomTile::JpegStream(const CPlace& place, TI
     std::vector<unsigned char> stream(tables, tables + sizeOfTables - SizeOfClosingMarker);
     std::vector<unsigned char> strip(CheckedRawStripSize(place, tif));
     const auto size = static_cast<tmsize_t>(strip.size());
-    ZEL_ASSERT(TIFFReadRawStrip(tif, place.StripNumber, strip.data(), size) == size);
+    ZEL_ASSERT(CIA::TIFFReadRawStrip(tif, place.StripNumber, strip.data(), size) == size);
     Apply_Huffman_On_JPEG(strip, stream, 0, CIA::TIFFGetField<uint32_t>(tif, TIFFTAG_IMAGELENGTH));
     stream.insert(stream.end(), {0xFF, 0xD9});
     return stream;
@@ -150,17 +150,16 @@ std::vector<unsigned char> CTiffDeepZoomTile::ReadUpTo(uint64_t need)
     const auto size = static_cast<tmsize_t>(need);
     const CPlace place = Place();
     TIFF* tif = TiffFilePtr();
-    ZEL_ASSERT(CIA::TIFFGetField<uint16_t>(tif, TIFFTAG_PLANARCONFIG) == PLANARCONFIG_CONTIG);
     tmsize_t numOfBytesRead = 0;
     if (TIFFIsTiled(tif))
     {
         ZEL_ASSERT(TIFFTileSize(tif) >= size);
-        numOfBytesRead = TIFFReadRawTile(tif, place.TileNumber, bytes.data(), size);
+        numOfBytesRead = CIA::TIFFReadRawTile(tif, place.TileNumber, bytes.data(), size);
     }
     else
     {
         ZEL_ASSERT(CheckedRawStripSize(place, tif) >= need);
-        numOfBytesRead = TIFFReadRawStrip(tif, place.StripNumber, bytes.data(), size);
+        numOfBytesRead = CIA::TIFFReadRawStrip(tif, place.StripNumber, bytes.data(), size);
     }
     ZEL_ASSERT(numOfBytesRead == size);
     return bytes;

@@ -4,11 +4,12 @@
 #include "CommonUtil/ErrnoKeeper.h"
 #include "CommonUtil/Log.h"
 
+#include <set>
+#include <unordered_set>
 #include <xercesc/framework/MemBufInputSource.hpp>
 #include <xercesc/sax/HandlerBase.hpp>
 #include <xercesc/sax/SAXParseException.hpp>
 #include <xercesc/util/PlatformUtils.hpp>
-#include <xercesc/util/SecurityManager.hpp>
 #include <xercesc/util/XMLString.hpp>
 
 namespace CIA
@@ -42,20 +43,56 @@ std::wstring Widened(const XMLCh* text)
     return wide;
 }
 
-struct CDocumentTypeRefused
+[[noreturn]] void RefuseXml(const char* where, const std::string& why)
 {
+    ZEL_LOG("Error: XML cannot be read: %s%s", where, why.c_str());
+    FailAssertion(__FILE__, __LINE__);
+}
+
+/// What a text is refused for, beside not being XML.
+struct CXmlRefused
+{
+    const char* Why;
 };
 
-/// Refuses a document type where it is declared, before anything in it is read.
-class CParserWithoutDocumentTypes : public xercesc::XercesDOMParser
+// The parser looks names up in lists: many different ones would cost it the square of their number. Metadata of images
+// has some dozens of names, and tags of some hundred characters.
+constexpr size_t MaxNumOfNames = 1000;
+constexpr size_t MaxSizeOfTag = 65536;
+
+/// Refuses a document type where it is declared, before anything in it is read, and texts of too many names.
+class CBoundedParser : public xercesc::XercesDOMParser
 {
 public:
+    void startElement(const xercesc::XMLElementDecl& elementDecl, const unsigned int urlId,
+                      const XMLCh* const elementPrefix, const xercesc::RefVectorOf<xercesc::XMLAttr>& attributes,
+                      const XMLSize_t numOfAttributes, const bool isEmpty, const bool isRoot) override
+    {
+        _elements.insert(elementDecl.getId());
+        for (XMLSize_t i = 0; i < numOfAttributes; ++i)
+            _attributes.insert(attributes.elementAt(i)->getQName());
+        if (_elements.size() > MaxNumOfNames || _attributes.size() > MaxNumOfNames)
+            throw CXmlRefused{"it has too many different names"};
+        XercesDOMParser::startElement(elementDecl, urlId, elementPrefix, attributes, numOfAttributes, isEmpty, isRoot);
+    }
     void doctypeDecl(const xercesc::DTDElementDecl&, const XMLCh* const, const XMLCh* const, const bool,
                      const bool) override
     {
-        throw CDocumentTypeRefused();
+        throw CXmlRefused{"it declares a document type"};
     }
+
+private:
+    std::unordered_set<XMLSize_t> _elements;
+    std::set<std::u16string> _attributes;
 };
+
+/// Tags are looked at before they are parsed: the attributes of one alone can be too many.
+void AssertTagsAreShort(const std::string& text)
+{
+    for (size_t start = text.find('<'); start != std::string::npos; start = text.find('<', start + 1))
+        if (text.compare(start, 2, "<!") != 0 && text.find('>', start) - start > MaxSizeOfTag)
+            RefuseXml("", "it has too long a tag");
+}
 
 class CThrowErrors : public xercesc::HandlerBase
 {
@@ -89,12 +126,6 @@ void Configure(xercesc::XercesDOMParser& parser, CThrowErrors& errorHandler)
     parser.setDisableDefaultEntityResolution(true);
 }
 
-[[noreturn]] void RefuseXml(const char* where, const std::string& why)
-{
-    ZEL_LOG("Error: XML cannot be read: %s%s", where, why.c_str());
-    FailAssertion(__FILE__, __LINE__);
-}
-
 } // namespace
 
 CXmlParser XmlDocument(const std::wstring& text)
@@ -102,18 +133,19 @@ CXmlParser XmlDocument(const std::wstring& text)
     const CErrnoKeeper errnoKeeper;
     StartXerces();
     const std::string utf8 = Utf16ToUtf8(text);
+    AssertTagsAreShort(utf8);
     xercesc::MemBufInputSource source(reinterpret_cast<const XMLByte*>(utf8.data()), utf8.size(), "text");
     source.setEncoding(CXmlText("UTF-8")); // whatever the text itself says it was
-    auto parser = std::make_unique<CParserWithoutDocumentTypes>();
+    auto parser = std::make_unique<CBoundedParser>();
     CThrowErrors errorHandler;
     Configure(*parser, errorHandler);
     try
     {
         parser->parse(source);
     }
-    catch (const CDocumentTypeRefused&)
+    catch (const CXmlRefused& refused)
     {
-        RefuseXml("", "it declares a document type");
+        RefuseXml("", refused.Why);
     }
     catch (const xercesc::SAXParseException& exception)
     {

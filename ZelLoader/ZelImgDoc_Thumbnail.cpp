@@ -20,6 +20,9 @@ namespace
 constexpr uint32_t SizeOfFileHeader = 14;
 constexpr uint32_t SizeOfInfoHeader = 40; ///< the only form in which thumbnails are stored
 constexpr uint32_t MaxSizeOfPicture = 65535;
+// How many pixels a byte of the file can stand for at most: a directory can claim any size.
+constexpr uint64_t MaxNumOfPixelsOfARawByte = 8;
+constexpr uint64_t MaxNumOfPixelsOfAJpegByte = 512;
 
 // Where a BITMAPINFOHEADER keeps what the size of the palette depends on.
 constexpr uint32_t OffsetOfBitCount = 14;
@@ -122,6 +125,10 @@ bool CZelImgDoc::ThumbnailFromFirstDirectory(CByteArray& buffer)
     if (!TIFFGetField_mayFail(tif, TIFFTAG_IMAGEWIDTH, &width) ||
         !TIFFGetField_mayFail(tif, TIFFTAG_IMAGELENGTH, &height) || width > MaxSizeOfPicture ||
         height > MaxSizeOfPicture)
+        return FailWithEnopkg(buffer);
+    const uint64_t pixelsOfAByte =
+        compression == PixelFrameCompressionType::None ? MaxNumOfPixelsOfARawByte : MaxNumOfPixelsOfAJpegByte;
+    if (uint64_t{width} * height > FileSize() * pixelsOfAByte)
         return FailWithEnopkg(buffer);
     const uint64_t byteline = (uint64_t{width} + 1) * 3 / 4 * 4;
     const uint64_t sizeOfBmp = SizeOfBmpHeaders + height * byteline;

@@ -248,16 +248,19 @@ AC_Result CZelMultiDimImage::GetExposureTimeForFrames(std::string& strbuffValue)
     {
         CZelMetaDataForFrameProperties* props = frame->FrameProperties();
         CZelMetaDataForFrameLevelImgOpticalPath* opticalPath = props ? props->imgOpticalPath() : nullptr;
-        if (!opticalPath || opticalPath->FrameLevelDeviceIDs()->empty())
+        if (!opticalPath)
             continue;
         for (const auto& device : *opticalPath->FrameLevelDeviceIDs())
         {
-            CZelMetaDataForFrameLevelDevicePropSet* propSet =
-                IsCamera(*device) ? device->FrameLevelDevicePropSet() : nullptr;
-            if (propSet && ExposureTime(propSet->ObjExposureTime(), propSet->ObjExposureTimeDeprecated(), strbuffValue))
+            if (!IsCamera(*device))
+                continue;
+            CZelMetaDataForFrameLevelDevicePropSet* propSet = device->FrameLevelDevicePropSet();
+            if (!propSet)
+                return AC_RESULT_PROPERTY_NOT_FOUND;
+            if (ExposureTime(propSet->ObjExposureTime(), propSet->ObjExposureTimeDeprecated(), strbuffValue))
                 return AC_RESULT_SUCCESS;
         }
-        return AC_RESULT_PROPERTY_NOT_FOUND; // the first frame that lists its devices decides
+        return AC_RESULT_PROPERTY_NOT_FOUND; // the first frame that has an optical path decides
     }
     return AC_RESULT_PROPERTY_NOT_FOUND;
 }

@@ -97,36 +97,54 @@ bool CZelMultiDimImage::DeepZoomPyramidLevels_init(std::vector<std::unique_ptr<C
 bool CZelMultiDimImage::DeepZoomTilePixelWidth_init(uint32_t& varToInit, uint32_t levelID)
 {
     ZEL_ASSERT(varToInit == 0xFFFFFFFF);
-    if (UsesKorFile())
+    if (!UsesKorFile())
     {
-        CKorFile* korFile = KorFile();
-        if (!korFile)
-            return false;
-        varToInit = korFile->IsOmeType() ? TileWidth(korFile->TiffFilePtrSetTo(levelID)) : korFile->TilePixelWidth();
+        varToInit = TileSizeInDocument().Width;
         return true;
     }
-    if (_IsKorFileMissing)
-        ThrowWithErrno(EREMOTE, KorFileIsMissing);
-    varToInit = TileWidth(TiffFilePtrSetToIfdOf1stFrame());
+    CKorFile* korFile = KorFile();
+    if (!korFile)
+        return false;
+    varToInit = korFile->IsOmeType() ? TileSizeInTiffStore(*korFile, levelID).Width : korFile->TilePixelWidth();
     return true;
 }
 
 bool CZelMultiDimImage::DeepZoomTilePixelHeight_init(uint32_t& varToInit, uint32_t levelID)
 {
     ZEL_ASSERT(varToInit == 0xFFFFFFFF);
-    if (UsesKorFile())
+    if (!UsesKorFile())
     {
-        CKorFile* korFile = KorFile();
-        if (!korFile)
-            return false;
-        varToInit = korFile->IsOmeType() ? TileHeight(korFile->TiffFilePtrSetTo(levelID), StripHeightInStore)
-                                         : korFile->TilePixelHeight();
+        varToInit = TileSizeInDocument().Height;
         return true;
     }
+    CKorFile* korFile = KorFile();
+    if (!korFile)
+        return false;
+    varToInit = korFile->IsOmeType() ? TileSizeInTiffStore(*korFile, levelID).Height : korFile->TilePixelHeight();
+    return true;
+}
+
+/// Kept once it is known: finding it out moves the file to another directory and back, for each tile that is read.
+const CZelMultiDimImage::CTileSize& CZelMultiDimImage::TileSizeInDocument()
+{
     if (_IsKorFileMissing)
         ThrowWithErrno(EREMOTE, KorFileIsMissing);
-    varToInit = TileHeight(TiffFilePtrSetToIfdOf1stFrame(), StripHeightInDocument);
-    return true;
+    const auto known = _TileSizesByDirectory.find(0);
+    if (known != _TileSizesByDirectory.end())
+        return known->second;
+    TIFF* tif = TiffFilePtrSetToIfdOf1stFrame();
+    const CTileSize size{TileWidth(tif), TileHeight(tif, StripHeightInDocument)};
+    return _TileSizesByDirectory.emplace(0, size).first->second;
+}
+
+const CZelMultiDimImage::CTileSize& CZelMultiDimImage::TileSizeInTiffStore(CKorFile& korFile, uint32_t directory)
+{
+    const auto known = _TileSizesByDirectory.find(directory);
+    if (known != _TileSizesByDirectory.end())
+        return known->second;
+    TIFF* tif = korFile.TiffFilePtrSetTo(directory);
+    const CTileSize size{TileWidth(tif), TileHeight(tif, StripHeightInStore)};
+    return _TileSizesByDirectory.emplace(directory, size).first->second;
 }
 
 TIFF* CZelMultiDimImage::TiffFilePtrSetToIfdOf1stFrame()

@@ -130,8 +130,9 @@ CKorFile* CZelMultiDimImage::KorFile()
         ZEL_ASSERT(errno != 0);
         return nullptr;
     }
-    _KorFile = korFile.get();
+    CKorFile* opened = korFile.get();
     _ParentZelImgDoc.AddFileUnit(std::move(korFile));
+    _KorFile = opened;
     return _KorFile;
 }
 

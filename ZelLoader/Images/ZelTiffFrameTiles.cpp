@@ -4,6 +4,7 @@
 #include "CommonUtil/PagedObjects.h"
 #include "ZelLoader/Images/ZelFrame.h"
 #include "ZelLoader/Images/ZelTiffTile.h"
+#include "ZelLoader/ZelImgDoc.h"
 
 namespace Zel
 {
@@ -89,8 +90,12 @@ std::unique_ptr<CDeepZoomTiles> MakeZelTiffFrameTiles(CZelFrame& frame)
     const auto tileHeight = CIA::TIFFGetField<uint32_t>(tif, TIFFTAG_TILELENGTH);
     ZEL_ASSERT(tileWidth == tileWidthOfImage && tileHeight == tileHeightOfImage);
     ZEL_ASSERT(tileWidth != 0 && tileHeight != 0);
-    return std::make_unique<CZelTiffFrameTiles>(frame, NumOfSteps(width, tileWidth), NumOfSteps(height, tileHeight),
-                                                tileWidth, tileHeight);
+    auto tiles = std::make_unique<CZelTiffFrameTiles>(frame, NumOfSteps(width, tileWidth),
+                                                      NumOfSteps(height, tileHeight), tileWidth, tileHeight);
+    // A tile takes some bytes of its directory at least: a small file cannot claim a million of them.
+    CZelMultiDimImage& image = frame.ParentZelImage();
+    ZEL_ASSERT(tiles->Size() <= image.ParentZelImgDoc().FileSize() / image.MetaData().ImgFrames()->size());
+    return tiles;
 }
 
 } // namespace Zel

@@ -18,6 +18,12 @@ int32_t NumberOf(const std::wstring& text)
     return static_cast<int32_t>(std::wcstol(text.c_str(), nullptr, 10));
 }
 
+/// At most 32 bits, so that a product of two is no more than 64.
+uint64_t NumOfSteps(uint64_t size, uint64_t step)
+{
+    return (size + step - 1) / step;
+}
+
 xercesc::DOMElement& NeededChild(const xercesc::DOMNode& node, const char* name)
 {
     xercesc::DOMElement* child = ChildXmlTag(node, name);
@@ -88,6 +94,8 @@ void CTiffStoreReader::AddTilesOfDirectory(uint32_t directory, uint32_t imageNum
     TIFF* tif = _Directories.SetDirectory(directory);
     const auto width = CIA::TIFFGetField<uint32_t>(tif, TIFFTAG_IMAGEWIDTH);
     const auto height = CIA::TIFFGetField<uint32_t>(tif, TIFFTAG_IMAGELENGTH);
+    if (_Planes.empty()) // an image without planes has no records, however many tiles its directory has
+        return;
     if (!TIFFIsTiled(tif))
     {
         const uint32_t numOfStrips = TIFFNumberOfStrips(tif);
@@ -99,7 +107,7 @@ void CTiffStoreReader::AddTilesOfDirectory(uint32_t directory, uint32_t imageNum
     const auto tileWidth = CIA::TIFFGetField<uint32_t>(tif, TIFFTAG_TILEWIDTH);
     const auto tileHeight = CIA::TIFFGetField<uint32_t>(tif, TIFFTAG_TILELENGTH);
     ZEL_ASSERT(tileWidth != 0 && tileHeight != 0);
-    AssertRecordsFit((uint64_t{width} / tileWidth + 1) * (uint64_t{height} / tileHeight + 1));
+    AssertRecordsFit(NumOfSteps(width, tileWidth) * NumOfSteps(height, tileHeight));
     for (uint64_t y = 0; y < height; y += tileHeight)
         for (uint64_t x = 0; x < width; x += tileWidth)
             AddPlanes(directory, static_cast<int32_t>(x / tileWidth), static_cast<int32_t>(y / tileHeight),

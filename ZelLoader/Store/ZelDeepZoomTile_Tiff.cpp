@@ -45,7 +45,7 @@ void CZelDeepZoomTile::ReadWholeTiffTile(CByteArray& buf)
         return;
     // A tile that is stored shorter, or cannot be read, leaves zeros and never what the buffer held before.
     std::memset(buf.Arr, 0, buf.Size);
-    TIFFReadRawTile(tif, tileNumber, buf.Arr, static_cast<tmsize_t>(buf.Size));
+    CIA::TIFFReadRawTile(tif, tileNumber, buf.Arr, static_cast<tmsize_t>(buf.Size));
 }
 
 /// `buf.Size` stays as the caller gave it when the strip was read.
@@ -55,20 +55,21 @@ void CZelDeepZoomTile::ReadWholeTiffStrip(CByteArray& buf, TIFF* tif)
     if (strip != 0 && strip + 1 == TIFFNumberOfStrips(tif))
         --strip; // the last strip is served by the one before it: hosts rely on it
     const tmsize_t size = TIFFRawStripSize(tif, strip);
-    ZEL_ASSERT(size > 0);
+    ZEL_ASSERT(size > 0 && static_cast<uint64_t>(size) <= KorFile().FileSize());
     if (!buf.Arr || static_cast<uint64_t>(size) > buf.Size)
     {
         buf.Size = ToUint32WithCheck(static_cast<uint64_t>(size));
         return;
     }
     std::memset(buf.Arr, 0, static_cast<size_t>(size));
-    TIFFReadRawStrip(tif, strip, buf.Arr, size);
+    CIA::TIFFReadRawStrip(tif, strip, buf.Arr, size);
 }
 
 void CZelDeepZoomTile::ReadPartOfTiffTile(CByteArray& buf, const CPixelRect& r)
 {
     const uint32_t sizeOffered = buf.Size;
     const uint64_t b = NumOfBytesPerPixel();
+    ZEL_ASSERT(b != 0);
     const uint64_t width = PixelWidth();
     const uint64_t height = PixelHeight();
     buf.Size = ToUint32WithCheck(r.Width() * b * r.Height());
@@ -85,14 +86,14 @@ void CZelDeepZoomTile::ReadPartOfTiffTile(CByteArray& buf, const CPixelRect& r)
     {
         const tmsize_t size = TIFFTileSize(tif);
         ZEL_ASSERT(size >= 0 && size <= sizeOfScratch);
-        numOfBytesRead = TIFFReadRawTile(tif, tileNumber, scratch.data(), size);
+        numOfBytesRead = CIA::TIFFReadRawTile(tif, tileNumber, scratch.data(), size);
     }
     else
     {
         const uint32_t strip = CheckedStripNumber(tif);
         const tmsize_t size = TIFFRawStripSize(tif, strip);
         ZEL_ASSERT(size > 0 && size <= sizeOfScratch);
-        numOfBytesRead = TIFFReadRawStrip(tif, strip, scratch.data(), size);
+        numOfBytesRead = CIA::TIFFReadRawStrip(tif, strip, scratch.data(), size);
     }
     ZEL_ASSERT(numOfBytesRead <= sizeOfScratch);
     CopyRectOfPixels(scratch.data(), width, b, r, buf.Arr);
