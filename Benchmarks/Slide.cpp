@@ -43,12 +43,6 @@ private:
     std::filesystem::path _path;
 };
 
-const std::filesystem::path& Folder()
-{
-    static const CFolder folder;
-    return folder.Path();
-}
-
 template <typename T>
 T NumberAt(std::ifstream& file, uint64_t offset)
 {
@@ -60,6 +54,12 @@ T NumberAt(std::ifstream& file, uint64_t offset)
 }
 
 } // namespace
+
+const std::filesystem::path& Folder()
+{
+    static const CFolder folder;
+    return folder.Path();
+}
 
 void Require(bool condition, const char* what)
 {

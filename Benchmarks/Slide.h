@@ -61,6 +61,9 @@ private:
     AC_HGROUP _group = nullptr;
 };
 
+/// A folder of this program's own, which goes with it.
+const std::filesystem::path& Folder();
+
 /// Ends the program with a line when a measurement went wrong: a figure that was not verified is none.
 void Require(bool condition, const char* what);
 

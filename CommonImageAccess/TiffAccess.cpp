@@ -6,6 +6,7 @@
 #include <array>
 #include <cstdarg>
 #include <cstdio>
+#include <utility>
 
 namespace CIA
 {
@@ -93,20 +94,24 @@ TIFF* CTiffImageDoc::SetDirectory(uint32_t dir)
     ZEL_ASSERT(tif && dir < MaxNumOfDirectories);
     if (_CurrentDirectory == dir)
         return tif;
-    _CurrentDirectory.reset(); // unknown, should what follows fail half-way
-    const auto lastKnown = static_cast<uint32_t>(_OffsetsOfDirectories.size() - 1);
-    const uint32_t start = std::min(dir, lastKnown);
-    ZEL_ASSERT(TIFFSetSubDirectory(tif, _OffsetsOfDirectories[start]) == 1);
-    for (uint32_t found = start; found < dir; ++found)
-        FindNextDirectory();
+    // Unknown from here on, should what follows fail half-way.
+    const std::optional<uint32_t> current = std::exchange(_CurrentDirectory, std::nullopt);
+    uint32_t reached = std::min(dir, static_cast<uint32_t>(_OffsetsOfDirectories.size() - 1));
+    if (current && *current + 1 == dir) // one after the other is how frames are read
+        reached = *current;
+    else
+        ZEL_ASSERT(TIFFSetSubDirectory(tif, _OffsetsOfDirectories[reached]) == 1);
+    while (reached < dir)
+        ReadNextDirectory(++reached);
     _CurrentDirectory = dir;
     return tif;
 }
 
-void CTiffImageDoc::FindNextDirectory()
+void CTiffImageDoc::ReadNextDirectory(uint32_t dir)
 {
     ZEL_ASSERT(TIFFReadDirectory(_TiffFilePtr.get()) == 1);
-    _OffsetsOfDirectories.push_back(TIFFCurrentDirOffset(_TiffFilePtr.get()));
+    if (dir == _OffsetsOfDirectories.size())
+        _OffsetsOfDirectories.push_back(TIFFCurrentDirOffset(_TiffFilePtr.get()));
 }
 
 } // namespace CIA

@@ -51,7 +51,8 @@ public:
     TIFF* SetDirectory(uint32_t dir);
 
 private:
-    void FindNextDirectory();
+    /// Goes from a directory to the next one, which has that number.
+    void ReadNextDirectory(uint32_t dir);
 
     CTiffHandle _TiffFilePtr;
     std::wstring _FileName;

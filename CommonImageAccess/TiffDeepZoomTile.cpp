@@ -78,9 +78,8 @@ void CTiffDeepZoomTile::ReadWholeTile(CByteArray& buf)
     buf.Size = ToUint32WithCheck(static_cast<uint64_t>(TIFFTileSize(tif)));
     if (IsSizeAllThatIsWanted(buf, sizeOffered))
         return;
-    // A tile that is stored shorter, or cannot be read, leaves zeros and never what the buffer held before.
-    std::memset(buf.Arr, 0, buf.Size);
-    CIA::TIFFReadRawTile(tif, place.TileNumber, buf.Arr, static_cast<tmsize_t>(buf.Size));
+    ClearBehind(CIA::TIFFReadRawTile(tif, place.TileNumber, buf.Arr, static_cast<tmsize_t>(buf.Size)), buf.Arr,
+                buf.Size);
 }
 
 uint32_t CTiffDeepZoomTile::CheckedRawStripSize(const CPlace& place, TIFF* tif)
@@ -163,6 +162,12 @@ std::vector<unsigned char> CTiffDeepZoomTile::ReadUpTo(uint64_t need)
     }
     ZEL_ASSERT(numOfBytesRead == size);
     return bytes;
+}
+
+void ClearBehind(tmsize_t numOfBytesRead, unsigned char* buffer, size_t size)
+{
+    const size_t filled = numOfBytesRead > 0 ? std::min(static_cast<size_t>(numOfBytesRead), size) : 0;
+    std::memset(buffer + filled, 0, size - filled);
 }
 
 void CopyRectOfPixels(const unsigned char* pixels, uint64_t width, uint64_t b, const CPixelRect& r,

@@ -40,5 +40,8 @@ private:
 /// Copies `r`, `b` bytes a pixel, out of pixels that lie in rows of `width`.
 void CopyRectOfPixels(const unsigned char* pixels, uint64_t width, uint64_t b, const CPixelRect& r,
                       unsigned char* target);
+/// Clears what a raw read left of a buffer: all of it behind the bytes that were read, which are none after a failure.
+/// A tile that is stored shorter, or cannot be read, shows zeros and never what the buffer held before.
+void ClearBehind(tmsize_t numOfBytesRead, unsigned char* buffer, size_t size);
 
 } // namespace CIA

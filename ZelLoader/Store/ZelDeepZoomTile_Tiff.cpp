@@ -7,8 +7,6 @@
 #include "ZelLoader/Store/KorFile.h"
 #include "ZelLoader/Store/ZelDeepZoomTile.h"
 
-#include <cstring>
-
 namespace Zel
 {
 
@@ -43,9 +41,7 @@ void CZelDeepZoomTile::ReadWholeTiffTile(CByteArray& buf)
     buf.Size = ToUint32WithCheck(static_cast<uint64_t>(TIFFTileSize(tif)));
     if (!buf.Arr || buf.Size > sizeOffered)
         return;
-    // A tile that is stored shorter, or cannot be read, leaves zeros and never what the buffer held before.
-    std::memset(buf.Arr, 0, buf.Size);
-    CIA::TIFFReadRawTile(tif, tileNumber, buf.Arr, static_cast<tmsize_t>(buf.Size));
+    ClearBehind(CIA::TIFFReadRawTile(tif, tileNumber, buf.Arr, static_cast<tmsize_t>(buf.Size)), buf.Arr, buf.Size);
 }
 
 /// `buf.Size` stays as the caller gave it when the strip was read.
@@ -61,8 +57,7 @@ void CZelDeepZoomTile::ReadWholeTiffStrip(CByteArray& buf, TIFF* tif)
         buf.Size = ToUint32WithCheck(static_cast<uint64_t>(size));
         return;
     }
-    std::memset(buf.Arr, 0, static_cast<size_t>(size));
-    CIA::TIFFReadRawStrip(tif, strip, buf.Arr, size);
+    ClearBehind(CIA::TIFFReadRawStrip(tif, strip, buf.Arr, size), buf.Arr, static_cast<size_t>(size));
 }
 
 void CZelDeepZoomTile::ReadPartOfTiffTile(CByteArray& buf, const CPixelRect& r)
