@@ -99,6 +99,24 @@ TEST_F(FileHeader, NeedsAnImageCollectionBehindIt)
     EXPECT_EQ(ResultOfOpening(std::move(document)), AC_RESULT_FAILURE);
 }
 
+// A file that cannot be opened is told by errno alone.
+
+TEST(ZelImgDoc, OfAFileThatIsNotThereIsConstructedAndLeavesAReason)
+{
+    errno = 0;
+    EXPECT_EQ(AssertionOf([] { Zel::CZelImgDoc(L"/no/such/file.zel", true); }), "");
+    EXPECT_EQ(errno, ENOENT);
+}
+
+TEST(ZelImgDoc, OfAFileOfAnotherKindIsConstructedAndLeavesAReason)
+{
+    const TestSupport::TemporaryFolder folder;
+    folder.Write("slide.tif", "II");
+    errno = 0;
+    EXPECT_EQ(AssertionOf([&] { Zel::CZelImgDoc(folder.WideName("slide.tif").c_str(), true); }), "");
+    EXPECT_EQ(errno, EINVAL);
+}
+
 // The document as a TIFF file.
 
 TEST_F(FileHeader, LetsTheDocumentBeReadAsATiffFile)

@@ -43,6 +43,16 @@ TEST_F(PropertiesOfAnImage, MayHaveNoName)
     EXPECT_STREQ(ImageWithoutProperties().Name(), L"");
 }
 
+TEST_F(PropertiesOfAnImage, MayHaveANameOfAnyText)
+{
+    EXPECT_STREQ(ReadImage(Stack(1).Name("")).Name(), L"");
+    Document document;
+    document.With(Stack(1));
+    document.StackProperties(1).Put(Text(2030, std::u16string_view(u"Kid\0ney", 7)));
+    EXPECT_EQ(ResultOfOpening(document), AC_RESULT_SUCCESS);
+    EXPECT_STREQ(ImageOf().Name(), L"Kid");
+}
+
 TEST_F(PropertiesOfAnImage, TellWhenItWasMade)
 {
     EXPECT_EQ(ReadImage(Stack(1).CreationTime(1442147200)).CreationTime(), L"2015-09-13T12:26:40+00:00");
