@@ -48,6 +48,36 @@ std::optional<uint64_t> CImage::BytesPerRawPixel() const
     return size;
 }
 
+ByteBuffer CImage::JpegTables() const
+{
+    const CPluginHost& host = _Document.Host();
+    AC_HPROPSET set = nullptr;
+    if (host.GetFrameProperty(_Handle.get(), L"JpegTables", nullptr, &set) != AC_RESULT_SUCCESS)
+        return {};
+    AC_VALUE start{};
+    AC_VALUE size{};
+    int numOfValues = 0;
+    // The tables are bytes: their type says text for want of a better one.
+    if (host.GetPropertyValue(set, L"bufPtr", &start, 1, &numOfValues) != AC_RESULT_SUCCESS || numOfValues != 1 ||
+        start.nType != AC_VT_STRING || !start.value.pszString ||
+        host.GetPropertyValue(set, L"bufSize", &size, 1, &numOfValues) != AC_RESULT_SUCCESS || numOfValues != 1 ||
+        size.nType != AC_VT_INTEGER || size.value.nInteger <= 0)
+        return {};
+    const auto* bytes = reinterpret_cast<const uint8_t*>(start.value.pszString);
+    return {bytes, bytes + size.value.nInteger};
+}
+
+std::optional<double> CImage::AxisPosition(const wchar_t* axis) const
+{
+    std::wstring name = axis;
+    AC_PARAM_ELEMENT element{L"axisName", name.data()};
+    const AC_PARAMS parameters{1, &element};
+    AC_HPROPSET set = nullptr;
+    if (_Document.Host().GetFrameProperty(_Handle.get(), L"AxisPosition", &parameters, &set) != AC_RESULT_SUCCESS)
+        return std::nullopt;
+    return CPropertySet(_Document.Host(), set).Number(L"position");
+}
+
 CArea::CArea(const CDocument& document, AC_HAREA area)
     : _Document(document), _Handle(area, {document.Host().ReleaseArea.Address()})
 {
@@ -107,6 +137,25 @@ std::optional<CPropertySet> CArea::Properties(const wchar_t* key, const wchar_t*
     AC_PARAM_ELEMENT element{parameter, value.data()};
     const AC_PARAMS parameters{1, &element};
     return Properties(key, &parameters);
+}
+
+std::vector<std::array<int, 3>> CArea::LookUpTable(uint32_t channel) const
+{
+    std::wstring name = std::to_wstring(channel);
+    int size = 0;
+    const auto& getLut = _Document.Host().GetLUT;
+    if (getLut(_Handle.get(), name.data(), nullptr, nullptr, nullptr, 0, &size) != AC_RESULT_SUCCESS || size <= 0)
+        return {};
+    const auto count = static_cast<size_t>(size);
+    std::vector<int> red(count);
+    std::vector<int> green(count);
+    std::vector<int> blue(count);
+    if (getLut(_Handle.get(), name.data(), red.data(), green.data(), blue.data(), size, &size) != AC_RESULT_SUCCESS)
+        return {};
+    std::vector<std::array<int, 3>> table(count);
+    for (size_t i = 0; i < count; ++i)
+        table[i] = {red[i], green[i], blue[i]};
+    return table;
 }
 
 CGroup::CGroup(const CDocument& document, int number, AC_HGROUP group)
@@ -182,6 +231,19 @@ CArea CGroup::Area(int level, uint64_t areaID) const
     return {_Document, area};
 }
 
+std::optional<std::string> CGroup::DisplayProperty(std::wstring name) const
+{
+    const auto& get = _Document.Host().GetGroupCustomData;
+    UINT64 size = 0;
+    if (get(_Handle.get(), name.data(), nullptr, nullptr, 0, &size) != AC_RESULT_SUCCESS || size == 0)
+        return std::nullopt;
+    std::string text(size, '\0');
+    if (get(_Handle.get(), name.data(), nullptr, reinterpret_cast<BYTE*>(text.data()), size, &size) !=
+        AC_RESULT_SUCCESS)
+        return std::nullopt;
+    return text;
+}
+
 CDocument::CDocument(const CPluginHost& host, const std::filesystem::path& path)
     : _Host(host), _Path(std::filesystem::absolute(path))
 {
@@ -226,6 +288,35 @@ std::optional<ByteBuffer> CDocument::CustomData(std::wstring key, std::span<AC_P
     if (_Host.GetCustomData(_Handle.get(), key.data(), &list, bytes.data(), bytes.size(), &size) != AC_RESULT_SUCCESS)
         return std::nullopt;
     return bytes;
+}
+
+std::optional<ByteBuffer> CDocument::Thumbnail() const
+{
+    UINT size = 0;
+    const AC_Result result = _Host.GetThumbnailData(_Handle.get(), nullptr, 0, &size);
+    if (result == AC_RESULT_PROPERTY_NOT_FOUND)
+        return std::nullopt;
+    Require(result, "cannot read the thumbnail");
+    ByteBuffer bytes(size);
+    Require(_Host.GetThumbnailData(_Handle.get(), bytes.data(), size, &size), "cannot read the thumbnail");
+    return bytes;
+}
+
+std::vector<std::filesystem::path> CDocument::Files() const
+{
+    const std::wstring name = ToWide(_Path.string());
+    UINT numOfFiles = 0;
+    Require(_Host.GetNumOfFiles(name.c_str(), &numOfFiles), "cannot list its files");
+    std::vector<std::filesystem::path> files;
+    for (UINT i = 0; i < numOfFiles; ++i)
+    {
+        UINT size = 0;
+        Require(_Host.GetFileName(name.c_str(), i, nullptr, &size), "cannot list its files");
+        std::wstring file(size / sizeof(wchar_t), L'\0');
+        Require(_Host.GetFileName(name.c_str(), i, file.data(), &size), "cannot list its files");
+        files.emplace_back(ToUtf8(file.c_str()));
+    }
+    return files;
 }
 
 void CDocument::Require(AC_Result result, const std::string& what) const

@@ -3,6 +3,7 @@
 #include "HostTool/ByteBuffer.h"
 #include "HostTool/PropertySet.h"
 
+#include <array>
 #include <span>
 
 namespace HostTool
@@ -51,6 +52,10 @@ public:
     ByteBuffer Body() const;
     /// Bytes of one pixel if the image is raw; nothing if it is compressed.
     std::optional<uint64_t> BytesPerRawPixel() const;
+    /// The tables that its JPEG stream keeps apart, as a stream of their own; empty if there are none.
+    ByteBuffer JpegTables() const;
+    /// Where the image lies on an axis ("ZSTACK", "TIMELAPSE" in ms, "LAMBDA"); nothing if the group has no such axis.
+    std::optional<double> AxisPosition(const wchar_t* axis) const;
 
 private:
     const CDocument& _Document;
@@ -73,6 +78,9 @@ public:
     /// plug-in doesn't serve the key.
     std::optional<CPropertySet> Properties(const wchar_t* key) const;
     std::optional<CPropertySet> Properties(const wchar_t* key, const wchar_t* parameter, std::wstring value) const;
+    /// The colours that the values of a grey channel are shown in, red, green and blue from 0 to 255; empty if it has
+    /// none.
+    std::vector<std::array<int, 3>> LookUpTable(uint32_t channel) const;
 
 private:
     AC_Result ImageAt(const CPosition& position, AC_HIMAGE& image) const;
@@ -97,6 +105,8 @@ public:
     std::optional<CMN_RECT> PictureRect(int level) const;
     CGrid Grid(int level) const;
     CArea Area(int level, uint64_t areaID) const;
+    /// One display property of the group, as L"ZEL_GroupFrameOrigin"; nothing if the document doesn't tell.
+    std::optional<std::string> DisplayProperty(std::wstring name) const;
 
 private:
     std::string Where(int level) const;
@@ -120,6 +130,10 @@ public:
     std::optional<std::string> FormatVersion() const;
     /// One item of custom data; nothing if the plug-in doesn't serve it.
     std::optional<ByteBuffer> CustomData(std::wstring key, std::span<AC_PARAM_ELEMENT> parameters) const;
+    /// The thumbnail as a BMP file; nothing if there is none. Throws CHostError for a failure of another kind.
+    std::optional<ByteBuffer> Thumbnail() const;
+    /// The names of the files that it is made of, itself first.
+    std::vector<std::filesystem::path> Files() const;
 
     const CPluginHost& Host() const { return _Host; }
     /// Throws CHostError, saying what was being done, unless `result` is a success.

@@ -3,6 +3,7 @@
 #include "HostTool/Table.h"
 #include "HostTool/Text.h"
 
+#include <iostream>
 #include <sstream>
 
 namespace HostTool
@@ -100,6 +101,17 @@ void PrintFacts(std::ostream& out, const CDocumentFacts& facts)
         PrintAxes(out, group.Axes);
         PrintLevels(out, group.Levels);
     }
+}
+
+void AddInfoCommand(CCommandLine& line)
+{
+    line.AddCommand({"info", "Prints groups, channels, axes, levels and tile grids.",
+                     "  zel info slide.zel\n  zel --plugin ./libZelPluginForBrix.so info slide.zel"},
+                    [](const CDocument& document)
+                    {
+                        PrintFacts(std::cout, FactsOf(document));
+                        return ExitCode::Done;
+                    });
 }
 
 } // namespace HostTool

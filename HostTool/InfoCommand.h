@@ -1,5 +1,6 @@
 #pragma once
 
+#include "HostTool/CommandLine.h"
 #include "HostTool/DocumentFacts.h"
 
 #include <ostream>
@@ -9,5 +10,7 @@ namespace HostTool
 
 /// `zel info`: the document, its groups, channels, axes, levels and tile grids, as text for people.
 void PrintFacts(std::ostream& out, const CDocumentFacts& facts);
+
+void AddInfoCommand(CCommandLine& line);
 
 } // namespace HostTool

@@ -29,12 +29,18 @@ public:
     const CPluginFunction<decltype(_AC_ReleaseArea)> ReleaseArea{_Module, "_AC_ReleaseArea"};
     const CPluginFunction<decltype(_AC_GetAreaPosition)> GetAreaPosition{_Module, "_AC_GetAreaPosition"};
     const CPluginFunction<decltype(_AC_GetAreaProperty)> GetAreaProperty{_Module, "_AC_GetAreaProperty"};
+    const CPluginFunction<decltype(_AC_GetFrameProperty)> GetFrameProperty{_Module, "_AC_GetFrameProperty"};
     const CPluginFunction<decltype(_AC_GetPropertyValue)> GetPropertyValue{_Module, "_AC_GetPropertyValue"};
     const CPluginFunction<decltype(_AC_ReleaseProperty)> ReleaseProperty{_Module, "_AC_ReleaseProperty"};
     const CPluginFunction<decltype(_AC_GetImage)> GetImage{_Module, "_AC_GetImage"};
     const CPluginFunction<decltype(_AC_ReleaseImage)> ReleaseImage{_Module, "_AC_ReleaseImage"};
     const CPluginFunction<decltype(_AC_GetImageSize)> GetImageSize{_Module, "_AC_GetImageSize"};
     const CPluginFunction<decltype(_AC_GetImageBody)> GetImageBody{_Module, "_AC_GetImageBody"};
+    const CPluginFunction<decltype(_AC_GetLUT)> GetLUT{_Module, "_AC_GetLUT"};
+    const CPluginFunction<decltype(_AC_GetGroupCustomData)> GetGroupCustomData{_Module, "_AC_GetGroupCustomData"};
+    const CPluginFunction<decltype(_AC_GetThumbnailData)> GetThumbnailData{_Module, "_AC_GetThumbnailData"};
+    const CPluginFunction<decltype(_AC_GetNumOfFiles)> GetNumOfFiles{_Module, "_AC_GetNumOfFiles"};
+    const CPluginFunction<decltype(_AC_GetFileName)> GetFileName{_Module, "_AC_GetFileName"};
 };
 
 /// Gives a handle back to the plug-in.

@@ -1,7 +1,10 @@
 #include "HostTool/TileCommand.h"
 
-#include "HostTool/HostError.h"
+#include "HostTool/Text.h"
 #include "HostTool/TileFile.h"
+
+#include <CLI/CLI.hpp>
+#include <iostream>
 
 namespace HostTool
 {
@@ -18,6 +21,28 @@ void RequireBelow(const CDocument& document, const std::string& thing, uint64_t 
     const std::string range = count == 0 ? "there is none" : "the last one is " + std::to_string(count - 1);
     throw CHostError(ExitCode::WrongUsage, document.Path().string() + ": there is no " + thing + " " +
                                                std::to_string(number) + " in " + where + "; " + range);
+}
+
+void AddTileOptions(CLI::App& command, CTileRequest& tile)
+{
+    command.add_option("-g,--group", tile.Group, "group, from 0")->check(CLI::NonNegativeNumber)->capture_default_str();
+    command.add_option("-l,--level", tile.Level, "level; 0 is the finest")
+        ->check(CLI::NonNegativeNumber)
+        ->capture_default_str();
+    command.add_option("-x,--col", tile.Col, "column of the level's tile grid, from 0")->required();
+    command.add_option("-y,--row", tile.Row, "row of the level's tile grid, from 0")->required();
+    command.add_option("-c,--channel", tile.Position.Channel, "channel")->capture_default_str();
+    command.add_option("-z", tile.Position.Z, "position on the Z axis, from 0")
+        ->check(CLI::NonNegativeNumber)
+        ->capture_default_str();
+    command.add_option("-t", tile.Position.T, "position on the time axis, from 0")
+        ->check(CLI::NonNegativeNumber)
+        ->capture_default_str();
+    command.add_option("--lambda", tile.Position.Lambda, "position on the wavelength axis, from 0")
+        ->check(CLI::NonNegativeNumber)
+        ->capture_default_str();
+    command.add_option("-o,--output", tile.Output, "file to write; without an extension it gets the one that fits")
+        ->required();
 }
 
 } // namespace
@@ -46,6 +71,20 @@ std::string WriteTileCommand(const CDocument& document, const CTileRequest& requ
                                                    std::to_string(request.Row) + " of " + levelText + ", " +
                                                    TextOf(request.Position) + "; choose another one");
     return WriteTile(ReadTile(area, *image, request.Position.Channel), request.Output);
+}
+
+void AddTileCommand(CCommandLine& line)
+{
+    const auto request = std::make_shared<CTileRequest>();
+    AddTileOptions(line.AddCommand({"tile", "Writes one tile to a file, as it is stored; raw pixels as PNG.",
+                                    "  zel tile slide.zel -x 2 -y 1 -o tile\n"
+                                    "  zel tile slide.zel -g 0 -l 3 -x 0 -y 0 -c 1 -z 4 -o tile.jpg"},
+                                   [request](const CDocument& document)
+                                   {
+                                       std::cout << Printable(WriteTileCommand(document, *request)) << '\n';
+                                       return ExitCode::Done;
+                                   }),
+                   *request);
 }
 
 } // namespace HostTool

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "HostTool/Document.h"
+#include "HostTool/CommandLine.h"
 
 #include <filesystem>
 #include <string>
@@ -21,5 +21,7 @@ struct CTileRequest
 /// `zel tile`: writes one tile to a file and answers a line that says what was written.
 /// Throws CHostError if there is no such tile, or it can't be read or written.
 std::string WriteTileCommand(const CDocument& document, const CTileRequest& request);
+
+void AddTileCommand(CCommandLine& line);
 
 } // namespace HostTool

@@ -5,6 +5,9 @@
 #include "HostTool/Text.h"
 #include "HostTool/TileFile.h"
 
+#include <CLI/CLI.hpp>
+#include <iostream>
+
 namespace HostTool
 {
 
@@ -82,6 +85,20 @@ void TourCommand(std::ostream& out, const CDocument& document, const std::filesy
         for (const CLevelFacts& level : groupFacts.Levels)
             VisitLevel(out, group, level, position, folder);
     }
+}
+
+void AddTourCommand(CCommandLine& line)
+{
+    const auto folder = std::make_shared<std::filesystem::path>();
+    line.AddCommand({"tour", "Prints what info prints and writes one tile of each level into a folder.",
+                     "  zel tour slide.zel tiles\n  zel tour /data/slide.zel /tmp/tiles"},
+                    [folder](const CDocument& document)
+                    {
+                        TourCommand(std::cout, document, std::filesystem::absolute(*folder));
+                        return ExitCode::Done;
+                    })
+        .add_option("FOLDER", *folder, "where the tiles go; made if it is not there")
+        ->required();
 }
 
 } // namespace HostTool

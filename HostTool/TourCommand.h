@@ -1,6 +1,6 @@
 #pragma once
 
-#include "HostTool/DocumentFacts.h"
+#include "HostTool/CommandLine.h"
 
 #include <filesystem>
 #include <ostream>
@@ -12,5 +12,7 @@ namespace HostTool
 /// middle of the picture and of its axes. The folder is made if it isn't there.
 /// Throws CHostError if a tile can't be read or written.
 void TourCommand(std::ostream& out, const CDocument& document, const std::filesystem::path& folder);
+
+void AddTourCommand(CCommandLine& line);
 
 } // namespace HostTool

@@ -1,0 +1,108 @@
+#include "HostTool/CommandLine.h"
+
+#include "HostTool/GuardedRun.h"
+#include "HostTool/Text.h"
+
+#include <CLI/CLI.hpp>
+#include <iostream>
+#include <new>
+
+namespace HostTool
+{
+
+namespace
+{
+
+/// The plug-in of the build or installation that this program belongs to: bin/zel and lib/libZelPluginForBrix.so.
+std::filesystem::path PluginBesideThisProgram()
+{
+    std::error_code error;
+    const std::filesystem::path program = std::filesystem::read_symlink("/proc/self/exe", error);
+    return program.parent_path().parent_path() / "lib" / "libZelPluginForBrix.so";
+}
+
+int Refuse(const std::string& line, ExitCode code)
+{
+    std::cout.flush();
+    std::cerr << "zel: " << Printable(line) << '\n';
+    return static_cast<int>(code);
+}
+
+} // namespace
+
+CCommandLine::CCommandLine()
+    : _App(std::make_unique<CLI::App>(
+          "Looks into .zel microscopy documents through the plug-in, as a host does.\n"
+          "Exit codes: 0 done, 1 the file is damaged or not of this format, 2 wrong usage, 3 a side file is missing.",
+          "zel")),
+      _Plugin(PluginBesideThisProgram())
+{
+    _App->require_subcommand(1);
+    _App->add_option("--plugin", _Plugin, "the plug-in to load")->capture_default_str();
+}
+
+CCommandLine::~CCommandLine() = default;
+
+CLI::App& CCommandLine::AddCommand(const CCommandText& text, DocumentWork work)
+{
+    return AddFileCommand(
+        text,
+        [work = std::move(work)](const std::filesystem::path& plugin, const std::filesystem::path& file)
+        {
+            const CPluginHost host(plugin);
+            const CDocument document(host, file);
+            return work(document);
+        });
+}
+
+CLI::App& CCommandLine::AddFileCommand(const CCommandText& text, FileWork work)
+{
+    CLI::App* command = _App->add_subcommand(text.Name, text.What);
+    command->add_option("FILE", _File, "the document, a file that ends in .zel")->required();
+    command->footer("Examples:\n" + text.Examples);
+    command->callback([this, work = std::move(work)] { _Chosen = work; });
+    return *command;
+}
+
+ExitCode CCommandLine::RunChosen() const
+{
+    const ExitCode code = _Chosen(_Plugin, _File);
+    std::cout.flush();
+    return code;
+}
+
+int CCommandLine::Run(int argc, const char* const* argv)
+{
+    const auto run = [this]
+    {
+        try
+        {
+            return static_cast<int>(RunChosen());
+        }
+        catch (const CHostError& error)
+        {
+            return Refuse(error.what(), error.Code());
+        }
+        catch (const std::bad_alloc&)
+        {
+            return Refuse(_File.string() + ": not enough memory for what the document asks for; it is damaged, or this "
+                                           "machine too small",
+                          ExitCode::BadFile);
+        }
+    };
+    try
+    {
+        _App->parse(argc, argv);
+        return RunGuarded(_File.string(), run);
+    }
+    catch (const CLI::ParseError& error)
+    {
+        return _App->exit(error) == 0 ? static_cast<int>(ExitCode::Done) : static_cast<int>(ExitCode::WrongUsage);
+    }
+    catch (const CHostError& error)
+    {
+        return Refuse(error.what(), error.Code());
+    }
+}
+
+} // namespace HostTool

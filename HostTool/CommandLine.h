@@ -1,0 +1,59 @@
+#pragma once
+
+#include "HostTool/Document.h"
+#include "HostTool/HostError.h"
+
+#include <filesystem>
+#include <functional>
+#include <memory>
+#include <string>
+
+namespace CLI
+{
+class App;
+}
+
+namespace HostTool
+{
+
+/// What the help and the manual page of a command say.
+struct CCommandText
+{
+    std::string Name;     ///< as it is typed: "info"
+    std::string What;     ///< what it does, in one sentence
+    std::string Examples; ///< two lines, each a whole call, indented by two blanks
+};
+
+/// The program's command line. Each command has a pair of files of its own and adds itself by a function that takes
+/// this; Main.cpp lists them.
+class CCommandLine
+{
+public:
+    /// Work on the file, which is not opened yet; what it prints goes to standard output. May throw CHostError.
+    using FileWork = std::function<ExitCode(const std::filesystem::path& plugin, const std::filesystem::path& file)>;
+    /// Work on the opened document. May throw CHostError.
+    using DocumentWork = std::function<ExitCode(const CDocument& document)>;
+
+    CCommandLine();
+    ~CCommandLine();
+    CCommandLine(const CCommandLine&) = delete;
+    CCommandLine& operator=(const CCommandLine&) = delete;
+
+    /// Adds a command with the argument FILE. The caller adds the command's own options to the answer, which lives as
+    /// long as this; what they are stored in has to be owned by `work` (a shared pointer that it captures).
+    CLI::App& AddCommand(const CCommandText& text, DocumentWork work);
+    CLI::App& AddFileCommand(const CCommandText& text, FileWork work);
+
+    /// The program: reads the words, runs the chosen command in a process of its own, and answers the exit code.
+    int Run(int argc, const char* const* argv);
+
+private:
+    ExitCode RunChosen() const;
+
+    std::unique_ptr<CLI::App> _App;
+    std::filesystem::path _Plugin;
+    std::filesystem::path _File;
+    FileWork _Chosen;
+};
+
+} // namespace HostTool
