@@ -29,6 +29,8 @@ CTileStoreWriter::~CTileStoreWriter()
 
 void CTileStoreWriter::WriteAt(uint64_t offset, std::span<const uint8_t> bytes)
 {
+    if (bytes.empty())
+        return;
     if (static_cast<uint64_t>(ftello(_File.get())) != offset)
         fseeko(_File.get(), static_cast<off_t>(offset), SEEK_SET);
     if (std::fwrite(bytes.data(), 1, bytes.size(), _File.get()) != bytes.size())

@@ -21,8 +21,6 @@ namespace
 constexpr const wchar_t* KeyOfSlideImage = L"SlideImage";
 constexpr const wchar_t* KeyOfCroppedLevelImageSize = L"CroppedLevelImageSize";
 
-constexpr int DigitsOfPlanes = 17; ///< as many as tell every double apart
-
 using CParams = CArrayStartAndSize<const AC_PARAM_ELEMENT>;
 
 /// The number of a parameter at its place; 0 when another one stands there.
@@ -32,17 +30,6 @@ uint32_t ParamAt(const CParams& params, uint32_t place, const wchar_t* name)
         return 0;
     const CErrnoKeeper errnoKeeper;
     return static_cast<uint32_t>(std::wcstol(static_cast<const wchar_t*>(params.Arr[place].pValue), nullptr, 10));
-}
-
-/// "1.5,2": the first `count` elements; asserts that there are as many.
-template <typename T, typename ToText>
-std::string Joined(const CArrayStartAndSize<T>& numbers, uint32_t count, ToText toText)
-{
-    ZEL_ASSERT(numbers.Size >= count);
-    std::string text;
-    for (uint32_t i = 0; i < count; ++i)
-        text += (i == 0 ? "" : ",") + toText(numbers.Arr[i]);
-    return text;
 }
 
 std::string UnitOrPixel(const CArrayStartAndSize<wchar_t>* unit)
@@ -177,7 +164,7 @@ bool CZelImgDoc::IteratePlaneProperty(const wchar_t* Keyname, std::string& strVa
     const auto joinedDoubles = [&](const CArrayStartAndSize<double>* numbers)
     {
         if (numbers)
-            strValue = Joined(*numbers, 2, [](double number) { return ToGeneralStr(number, DigitsOfPlanes); });
+            strValue = TwoDoubles(*numbers);
         return numbers != nullptr;
     };
     if (Equals(Keyname, BRIX_GROUPCUSTOMDATA_KEY_GroupPlaneUnit))

@@ -2,6 +2,7 @@
 
 #include "CommonUtil/Numbers.h"
 #include "CommonUtil/Text.h"
+#include "ZelLoader/Images/TextOf.h"
 #include "ZelLoader/ZelImgDoc.h"
 
 #include <array>
@@ -11,15 +12,6 @@ namespace Zel
 
 namespace
 {
-
-/// The text of a field that may be absent; asserts that it ends within the field.
-const wchar_t* TextOrEmpty(const CArrayStartAndSize<wchar_t>* text)
-{
-    if (!text)
-        return L"";
-    text->CheckLen();
-    return text->Arr;
-}
 
 std::wstring TimeOrEmpty(const int64_t* time)
 {

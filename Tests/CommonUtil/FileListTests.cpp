@@ -4,9 +4,12 @@
 #include "Tests/Support/TemporaryFolder.h"
 
 #include <cctype>
+#include <cstdlib>
 #include <filesystem>
 #include <gtest/gtest.h>
+#include <sched.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 using namespace CommonUtil;
 
@@ -154,6 +157,23 @@ TEST(GetTempFilePath, IsANewUuidInTheTemporaryFolder)
     EXPECT_EQ(uuid.size(), 36u);
     EXPECT_EQ(uuid.find_first_not_of(L"0123456789ABCDEF-"), std::wstring::npos);
     EXPECT_FALSE(std::filesystem::exists(Utf16ToUtf8(first)));
+}
+
+TEST(GetTempFilePath, GivesFourWhereTheTemporaryFolderCannotBeMade)
+{
+    constexpr int CannotChangeTheRoot = 77;
+    const TestSupport::TemporaryFolder rootWithoutFolders;
+    const auto askBelow = [](const char* root)
+    {
+        // Only root may change to another one, and whoever is root of a user namespace of his own.
+        if (chroot(root) != 0 && (unshare(CLONE_NEWUSER) != 0 || chroot(root) != 0))
+            std::exit(CannotChangeTheRoot);
+        std::wstring path;
+        std::exit(GetTempFilePath(path));
+    };
+    const auto isFour = [](int status)
+    { return WIFEXITED(status) && (WEXITSTATUS(status) == 4 || WEXITSTATUS(status) == CannotChangeTheRoot); };
+    EXPECT_EXIT(askBelow(rootWithoutFolders.Path().c_str()), isFour, "");
 }
 
 TEST(GetTicksPerMillisecond, IsThatOfThePerformanceCounter)

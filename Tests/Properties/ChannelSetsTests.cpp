@@ -229,6 +229,12 @@ INSTANTIATE_TEST_SUITE_P(Pixels, PixelsWithoutLimits,
                                          NoLimitsRow{{"Raw32"}, Stack(1).Raw(ComponentType::Uint32)}),
                          NameOfRow());
 
+TEST_F(Channels, OfAColourSpaceThatHostsDoNotKnowEndTheProcess)
+{
+    Open(Stack(1).Jpeg(3).ColorSpace(StoreColorSpace::Hsv).ComponentOrder(-1));
+    EXPECT_ENDS_THE_PROCESS(InfoOf(L"0"), "error: unhandled pixel format type!.*\n.*" ABORT_WAS_CALLED);
+}
+
 struct DamagedLimitsRow : Row
 {
     std::vector<double> Limits;

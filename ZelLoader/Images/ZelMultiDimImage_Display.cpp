@@ -15,17 +15,14 @@ namespace Zel
 namespace
 {
 
-constexpr int DigitsOfFrames = 17; ///< as many as tell every double apart
-
-bool TwoDoubles(const CArrayStartAndSize<double>* numbers, const char* warning, std::string& value)
+bool TwoDoublesOf(const CArrayStartAndSize<double>* numbers, const char* warning, std::string& value)
 {
     if (!numbers)
     {
         ZEL_LOG("%s", warning);
         return false;
     }
-    ZEL_ASSERT(numbers->Size >= 2);
-    value = ToGeneralStr(numbers->Arr[0], DigitsOfFrames) + "," + ToGeneralStr(numbers->Arr[1], DigitsOfFrames);
+    value = TwoDoubles(*numbers);
     return true;
 }
 
@@ -67,9 +64,9 @@ bool CZelMultiDimImage::ImageFrameProperties(const wchar_t* key, std::string& va
     if (!props)
         return false;
     if (Equals(key, BRIX_GROUPCUSTOMDATA_KEY_GroupFrameOrigin))
-        return TwoDoubles(props->ImgFrameOriginRWC(), "Warning: tag 'ImgFrameOriginRWC' is missing!", value);
+        return TwoDoublesOf(props->ImgFrameOriginRWC(), "Warning: tag 'ImgFrameOriginRWC' is missing!", value);
     if (Equals(key, BRIX_GROUPCUSTOMDATA_KEY_GroupFrameScale))
-        return TwoDoubles(props->ImgFrameScaleRWC(), "Warning: tag 'ImgFrameScaleRWC' is missing!", value);
+        return TwoDoublesOf(props->ImgFrameScaleRWC(), "Warning: tag 'ImgFrameScaleRWC' is missing!", value);
     if (Equals(key, BRIX_GROUPCUSTOMDATA_KEY_GroupFrameUnit))
         return Unit(props->ImgFrameUnitRWC(), "Warning: tag 'ImgFrameUnitRWC' is missing!", value);
     if (Equals(key, BRIX_GROUPCUSTOMDATA_KEY_GroupFrameYUnit))

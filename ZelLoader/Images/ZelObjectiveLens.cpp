@@ -1,6 +1,7 @@
 #include "ZelLoader/Images/ZelObjectiveLens.h"
 
 #include "CommonUtil/Log.h"
+#include "ZelLoader/Images/TextOf.h"
 #include "ZelLoader/Images/ZelChannel.h"
 
 #include <array>
@@ -14,14 +15,6 @@ namespace
 
 constexpr std::array ImmersionMedia = {L"empty",    L"air",         L"water",   L"oil",        L"glycerol",
                                        L"silicone", L"oil_special", L"unknown", L"HYALIDE-K9", L"glycerol_100"};
-
-const wchar_t* TextOrEmpty(const CArrayStartAndSize<wchar_t>* text)
-{
-    if (!text)
-        return L"";
-    text->CheckLen();
-    return text->Arr;
-}
 
 double NumberOrZero(const double* number)
 {
