@@ -82,6 +82,7 @@ int Make24BitBMPBufferImgRGBA(uint16_t width, uint16_t height, const uint32_t* i
     unsigned char* target = buf.Arr + SizeOfBmpHeaders;
     for (uint32_t row = height; row > 0; --row, target += SizeOfRow(width)) // the last row comes first
         WriteRow(target, img + uint64_t{row - 1} * width, width);
+    buf.Size = totalSize;
     return 0;
 }
 
@@ -101,8 +102,6 @@ int Make24BitBMPBufferTiff(TIFF* tiff, CIA::CByteArray& buf)
         buf.Size = 0;
         return reason;
     };
-    if (width > 0xFFFF || height > 0xFFFF)
-        return failed(EINVAL);
     const uint64_t size = CIA::SizeOfRow(width) * height + CIA::SizeOfBmpHeaders;
     if (size > std::numeric_limits<uint32_t>::max())
         return failed(EINVAL);
@@ -113,6 +112,8 @@ int Make24BitBMPBufferTiff(TIFF* tiff, CIA::CByteArray& buf)
     }
     if (buf.Size < size)
         return EINVAL;
+    if (width > 0xFFFF || height > 0xFFFF)
+        return failed(EINVAL);
     const std::unique_ptr<uint32_t[]> pixels(new (std::nothrow) uint32_t[uint64_t{width} * height]());
     if (!pixels)
         return failed(ENOMEM);

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cerrno>
 
 namespace CIA
 {
@@ -78,6 +79,7 @@ AC_Result CBrixPropsetProvider::BrixPropset(const wchar_t* propsetKey, const AC_
     static constexpr AC_PARAMS NoParams{};
     if (!params || params->nSize == 0)
         return BuildPropset(propsetKey, NoParams, propsetKey, phPropset);
+    errno = 0; // an older reason must not become the result of a failure here
     ZEL_ASSERT(params->nSize < 0 || params->pElements);
     return BuildPropset(propsetKey, *params, CacheKey(propsetKey, *params), phPropset);
 }

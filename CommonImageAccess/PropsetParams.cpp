@@ -64,7 +64,8 @@ std::optional<DimensionType::E> DimensionOfAxisName(const wchar_t* axisName)
 uint32_t IdOfText(const wchar_t* text)
 {
     const CErrnoKeeper errnoKeeper;
-    return static_cast<uint32_t>(std::wcstoul(text, nullptr, 0));
+    const unsigned long id = std::wcstoul(text, nullptr, 0);
+    return id < NoSuchId ? static_cast<uint32_t>(id) : NoSuchId; // not cut to another one's
 }
 
 const wchar_t* CompressionFormatToBrixString(PixelFrameCompressionType::E compressionType)

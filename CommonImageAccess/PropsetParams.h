@@ -25,7 +25,8 @@ std::optional<DimensionType::E> DimensionOfAxisName(const wchar_t* axisName);
 bool RefuseParams(const char* text);
 
 /// The number at the start of a text, as the hosts write channel and region IDs: decimal, or with a prefix hexadecimal
-/// or octal. Keeps errno.
+/// or octal; NoSuchId for a larger one than any ID. Keeps errno.
+constexpr uint32_t NoSuchId = 0xFFFFFFFF;
 uint32_t IdOfText(const wchar_t* text);
 
 /// The host's word for a compression; a number that is none is a failed assertion.

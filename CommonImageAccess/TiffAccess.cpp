@@ -55,7 +55,7 @@ uint32_t TIFFNumberOfDirectories(TIFF* tif)
 {
     const CErrnoKeeper errnoKeeper;
     const auto numOfDirectories = static_cast<uint32_t>(::TIFFNumberOfDirectories(tif));
-    ZEL_ASSERT(numOfDirectories > 0 && numOfDirectories <= MaxNumOfDirectories);
+    ZEL_ASSERT(numOfDirectories > 0 && numOfDirectories < MaxNumOfDirectories);
     return numOfDirectories;
 }
 

@@ -22,7 +22,7 @@ using CTiffHandle = std::unique_ptr<TIFF, CTiffCloser>;
 
 /// Null when the file cannot be opened as TIFF; errno is kept.
 CTiffHandle TIFFOpenW(const std::wstring& name, const char* mode);
-/// Asserts that there is a directory, and that its number would fit 16 bits. Keeps errno.
+/// Asserts that there is a directory, and that their number fits 16 bits. Keeps errno.
 uint32_t TIFFNumberOfDirectories(TIFF* tif);
 
 // The bytes of a tile or strip as they are stored: how many were read, -1 on failure. Keep errno.

@@ -47,6 +47,8 @@ bool CBinaryFileReader::OpenFile()
 {
     ZEL_ASSERT(!m_fp);
     m_fp.reset(PAL_OpenFile(_FileName.c_str(), L"rb"));
+    _CurrentOffset = 0;
+    _Window.clear();
     if (m_fp)
         return true;
     ZEL_ASSERT(errno != 0);

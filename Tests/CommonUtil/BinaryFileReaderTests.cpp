@@ -274,9 +274,12 @@ TEST_F(BinaryFileReader, OpensAgainAfterAClose)
 {
     CBinaryFileReader reader = Open("12345");
     EXPECT_FAILED_ASSERTION(reader.OpenFile());
-    reader.CloseFile();
-    EXPECT_TRUE(reader.OpenFile());
     EXPECT_EQ(reader.ReadChar(), '1');
+    reader.CloseFile();
+    _folder.Write("file.zel", "67890"); // what was read before is not read again
+    EXPECT_TRUE(reader.OpenFile());
+    EXPECT_EQ(reader.GetCurrentOffset(), 0u);
+    EXPECT_EQ(reader.ReadChar(), '6');
 }
 
 TEST_F(BinaryFileReader, FailsWhenTheFileHasShrunk)

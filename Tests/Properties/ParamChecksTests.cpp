@@ -128,6 +128,7 @@ INSTANTIATE_TEST_SUITE_P(
         Logs("NoValue", L"ChannelInfo", {{L"channelId", nullptr}}, "Value of the first parameter cannot be NULL!"),
         Logs("UnknownChannel", L"ChannelInfo", {{L"channelId", L"2"}}, "Invalid channel ID!"),
         Logs("NegativeChannel", L"ChannelInfo", {{L"channelId", L"-1"}}, "Invalid channel ID!"),
+        Logs("BeyondIdsByJustOne", L"ChannelInfo", {{L"channelId", L"4294967296"}}, "Invalid channel ID!"),
         Logs("BeyondAllNumbers", L"ChannelInfo", {{L"channelId", L"99999999999999999999"}}, "Invalid channel ID!")),
     NameOfRow());
 
@@ -206,7 +207,9 @@ TEST_F(ParamCheckOfHosts, RefusesAListWithoutElements)
     Open(Stack(1));
     const AC_PARAMS params{1, nullptr};
     AC_HPROPERTY set = nullptr;
-    EXPECT_EQ(Call(_AC_GetAreaProperty, Area(Group(), 0, 0), L"ChannelInfo", &params, &set), AC_RESULT_FAILURE);
+    const AC_HAREA area = Area(Group(), 0, 0);
+    errno = ENOENT; // an old reason is none
+    EXPECT_EQ(_AC_GetAreaProperty(area, L"ChannelInfo", &params, &set), AC_RESULT_FAILURE);
 }
 
 TEST_F(ParamCheckOfHosts, RefusesANegativeNumberOfParameters)

@@ -158,8 +158,11 @@ TEST_F(BmpOfTiff, OfAHugePictureFailsAndTakesNoMemory)
     Open(CTiffDirectory(4, 4).Set(TIFFTAG_IMAGEWIDTH, TiffType::Long, {0xFFFFFFFF}));
     EXPECT_NE(ResultOfSize(), 0);
     Open(CTiffDirectory(4, 4).Set(TIFFTAG_IMAGEWIDTH, TiffType::Long, {65536}));
-    EXPECT_NE(ResultOfSize(), 0);
-    EXPECT_NE(Make(1000).Result, 0);
+    EXPECT_EQ(ResultOfSize(), 0); // the size can be told, the picture cannot be made
+    EXPECT_EQ(Make(65536 * 4 * 3 + 53).Result, EINVAL);
+    const Answer answer = Make(65536 * 4 * 3 + 54);
+    EXPECT_EQ(answer.Result, EINVAL);
+    EXPECT_EQ(answer.Size, 0u);
 }
 
 } // namespace
