@@ -3,7 +3,11 @@
 #include "HostTool/HostError.h"
 #include "HostTool/Text.h"
 
+#include <algorithm>
+#include <array>
+#include <atomic>
 #include <cerrno>
+#include <csignal>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
@@ -25,8 +29,28 @@ namespace
     std::exit(work());
 }
 
+std::atomic<pid_t> Child;
+
+void PassOnToChild(int signal)
+{
+    kill(Child, signal);
+}
+
+constexpr std::array SignalsOfUsers = {SIGINT, SIGTERM, SIGHUP};
+
+void HandleSignalsOfUsers(void (*handler)(int))
+{
+    struct sigaction action = {};
+    action.sa_handler = handler;
+    for (const int signal : SignalsOfUsers)
+        sigaction(signal, &action, nullptr);
+}
+
 int WaitFor(pid_t child)
 {
+    // Who ends this process means the child, which may have to tidy up first.
+    Child = child;
+    HandleSignalsOfUsers(PassOnToChild);
     int status = 0;
     while (waitpid(child, &status, 0) < 0)
         if (errno != EINTR)
@@ -47,8 +71,11 @@ int RunGuarded(const std::string& document, const std::function<int()>& work)
     if (child == 0)
         EndAsChild(work);
     const int status = WaitFor(child);
+    HandleSignalsOfUsers(SIG_DFL);
     if (WIFEXITED(status))
         return WEXITSTATUS(status);
+    if (std::count(SignalsOfUsers.begin(), SignalsOfUsers.end(), WTERMSIG(status)) != 0)
+        std::raise(WTERMSIG(status));
     std::cerr << "zel: " << Printable(document) << ": reading it ended early (" << strsignal(WTERMSIG(status))
               << "): it holds data of a kind that the plug-in does not know, or it is damaged\n";
     return static_cast<int>(ExitCode::BadFile);

@@ -1,5 +1,7 @@
 #include "HostTool/CommandLine.h"
 #include "HostTool/InfoCommand.h"
+#include "HostTool/Pixels/RegionCommand.h"
+#include "HostTool/Pixels/SmallPictureCommands.h"
 #include "HostTool/TileCommand.h"
 #include "HostTool/TourCommand.h"
 
@@ -9,6 +11,9 @@ int main(int argc, char** argv)
     // In the order of the help.
     HostTool::AddInfoCommand(line);
     HostTool::AddTileCommand(line);
+    HostTool::AddRegionCommand(line);
+    HostTool::AddThumbnailCommand(line);
+    HostTool::AddOverviewCommand(line);
     HostTool::AddTourCommand(line);
     return line.Run(argc, argv);
 }

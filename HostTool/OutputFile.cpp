@@ -2,21 +2,62 @@
 
 #include "HostTool/HostError.h"
 
+#include <array>
+#include <atomic>
 #include <cerrno>
+#include <csignal>
 #include <cstring>
+#include <unistd.h>
 
 namespace HostTool
 {
+
+namespace
+{
+
+/// The names of what is being written, for a handler of signals, which may do little else than read and unlink them.
+std::array<std::atomic<const char*>, 8> PartsBeingWritten;
+
+void RemovePartsAndEnd(int signal)
+{
+    for (const auto& part : PartsBeingWritten)
+        if (const char* name = part.load())
+            unlink(name);
+    // The handler stands for one signal only, so this one ends the process.
+    std::raise(signal);
+}
+
+void RemovePartsOnSignals()
+{
+    struct sigaction action = {};
+    action.sa_handler = RemovePartsAndEnd;
+    action.sa_flags = SA_RESETHAND | SA_NODEFER;
+    for (const int signal : {SIGINT, SIGTERM, SIGHUP})
+        sigaction(signal, &action, nullptr);
+}
+
+/// Changes the first entry that is `from`.
+void Exchange(const char* from, const char* to)
+{
+    for (auto& part : PartsBeingWritten)
+        if (const char* expected = from; part.compare_exchange_strong(expected, to))
+            return;
+}
+
+} // namespace
 
 COutputFile::COutputFile(std::filesystem::path path)
     : _Path(std::move(path)), _PartPath(_Path.string() + ".part"), _Stream(std::fopen(_PartPath.c_str(), "wb"))
 {
     if (!_Stream)
         Fail();
+    Exchange(nullptr, _PartPath.c_str());
+    RemovePartsOnSignals();
 }
 
 COutputFile::~COutputFile()
 {
+    Exchange(_PartPath.c_str(), nullptr);
     if (!_Stream)
         return;
     _Stream.reset();

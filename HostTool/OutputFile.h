@@ -9,7 +9,7 @@ namespace HostTool
 {
 
 /// A file that appears under its name only when it is complete: it is written beside it and renamed at the end, and
-/// taken away if it never gets so far.
+/// taken away if it never gets so far, also when the user ends the program.
 class COutputFile
 {
 public:

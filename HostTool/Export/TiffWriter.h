@@ -1,0 +1,80 @@
+#pragma once
+
+#include "HostTool/OutputFile.h"
+
+#include <cstdint>
+#include <map>
+#include <span>
+#include <string>
+#include <variant>
+#include <vector>
+
+namespace HostTool
+{
+
+/// A number that points into the file: 32 bits wide in a classic TIFF file, 64 in a big one.
+struct CTiffOffsets
+{
+    std::vector<uint64_t> Values;
+};
+
+struct CTiffRational
+{
+    uint32_t Numerator = 0;
+    uint32_t Denominator = 1;
+};
+
+/// A directory of a TIFF file before it is written.
+class CTiffDirectory
+{
+public:
+    using Value = std::variant<std::vector<uint16_t>, std::vector<uint32_t>, CTiffOffsets, CTiffRational, std::string,
+                               std::vector<uint8_t>>;
+
+    /// Sets a field; texts get their closing zero, bytes are of no type.
+    void Set(uint16_t tag, Value value) { _Fields[tag] = std::move(value); }
+    void SetNumber(uint16_t tag, uint32_t value) { Set(tag, std::vector<uint32_t>{value}); }
+    void SetShort(uint16_t tag, uint16_t value) { Set(tag, std::vector<uint16_t>{value}); }
+
+    /// Directories that are reached from this one only, in their order.
+    std::vector<CTiffDirectory> Children;
+    const std::map<uint16_t, Value>& Fields() const { return _Fields; }
+
+private:
+    std::map<uint16_t, Value> _Fields; // directories are in the order of their tags
+};
+
+/// A TIFF file that is written from front to end: first all data, then all directories. Only there it turns out whether
+/// 32 bits are enough to point into it; if not, it is a BigTIFF file.
+class CTiffWriter
+{
+public:
+    /// Throws CHostError if the file can't be made.
+    explicit CTiffWriter(const std::filesystem::path& path);
+
+    /// Appends data and answers its place in the file. Throws CHostError.
+    uint64_t Append(std::span<const uint8_t> bytes);
+
+    /// Appends directly behind what was appended last. Throws CHostError.
+    void Continue(std::span<const uint8_t> bytes) { Write(bytes); }
+
+    /// Writes the directories, of which each points at the next, and gives the file its name. Throws CHostError.
+    void Finish(const std::vector<CTiffDirectory>& directories);
+
+    uint64_t Size() const { return _Size; }
+
+private:
+    class CEncoder;
+
+    void Write(std::span<const uint8_t> bytes);
+    uint64_t WriteDirectory(const CTiffDirectory& directory, uint64_t next);
+
+    COutputFile _File;
+    uint64_t _Size = 0;
+    bool _IsBig = false;
+};
+
+/// The nearest fraction that TIFF can hold; 0 for what is no number or below 0.
+CTiffRational RationalOf(double number);
+
+} // namespace HostTool

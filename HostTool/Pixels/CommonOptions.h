@@ -1,0 +1,36 @@
+#pragma once
+
+#include "HostTool/Pixels/Stitch.h"
+
+namespace CLI
+{
+class App;
+}
+
+namespace HostTool
+{
+
+/// Options of all commands that read many tiles.
+struct CCommonOptions
+{
+    unsigned Jobs = 0; ///< set by AddTo
+    std::string ValuesText;
+
+    /// What the user says of raw values; nothing if he doesn't.
+    std::optional<ValueKind> Values() const;
+    void AddTo(CLI::App& command);
+};
+
+void AddGroupOption(CLI::App& command, int& group);
+void AddPositionOptions(CLI::App& command, CPosition& position);
+
+/// The colour is checked, but left as text.
+void AddBackgroundOption(CLI::App& command, std::string& colour);
+
+/// "#FFA000", "FFA000", "white" or "black"; nothing for any other text.
+std::optional<CColour> ParseColour(const std::string& text);
+
+/// Throws CHostError if there is no such group.
+void RequireGroup(const CDocument& document, int group);
+
+} // namespace HostTool

@@ -1,0 +1,160 @@
+#include "HostTool/Pixels/Stitch.h"
+
+#include "HostTool/Pixels/Parallel.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstring>
+
+namespace HostTool
+{
+
+namespace
+{
+
+/// The part of a target that begins at x and y.
+CPixelTarget PartOf(const CPixelTarget& target, int64_t x, int64_t y, int64_t width, int64_t height)
+{
+    CPixelTarget part = target;
+    part.Pixels += static_cast<size_t>(y) * target.Stride + static_cast<size_t>(x) * target.Format.BytesPerPixel();
+    part.Width = static_cast<uint32_t>(width);
+    part.Height = static_cast<uint32_t>(height);
+    return part;
+}
+
+template <typename Number>
+void PutNumber(Number number, uint8_t* out)
+{
+    std::memcpy(out, &number, sizeof(number));
+}
+
+/// `part` of 255 of the largest value that a component can have; 1 for floating point.
+void PutComponent(uint8_t part, const CPixelFormat& format, uint8_t* out)
+{
+    if (format.Values == ValueKind::Float)
+    {
+        if (format.BytesPerComponent == 4)
+            PutNumber(static_cast<float>(part) / 255.0F, out);
+        else
+            PutNumber(part / 255.0, out);
+        return;
+    }
+    const uint32_t bits = 8 * format.BytesPerComponent - (format.Values == ValueKind::Signed ? 1 : 0);
+    const uint64_t most = ~uint64_t{0} >> (64 - bits);
+    const uint64_t number = most / 255 * part + most % 255 * part / 255;
+    std::memcpy(out, &number, format.BytesPerComponent); // both are little-endian
+}
+
+} // namespace
+
+std::array<uint8_t, 24> PixelOf(const CColour& colour, const CPixelFormat& format)
+{
+    std::array<uint8_t, 24> pixel{};
+    if (format.IsColour())
+    {
+        PutComponent(colour.Red, format, pixel.data());
+        PutComponent(colour.Green, format, pixel.data() + format.BytesPerComponent);
+        PutComponent(colour.Blue, format, pixel.data() + size_t{2} * format.BytesPerComponent);
+        return pixel;
+    }
+    const double lightness = 0.299 * colour.Red + 0.587 * colour.Green + 0.114 * colour.Blue;
+    PutComponent(static_cast<uint8_t>(std::lround(lightness)), format, pixel.data());
+    return pixel;
+}
+
+void CTileFailures::Add(std::string line)
+{
+    const std::lock_guard lock(_Mutex);
+    if (_Count++ == 0)
+        _First = std::move(line);
+}
+
+std::string NameOfTile(const CLevel& level, int64_t col, int64_t row, const CPosition& position)
+{
+    // Columns and rows as 'zel tile' takes them: from the first that exists.
+    return "level " + std::to_string(level.Level) + ", column " + std::to_string(col - level.FirstCol) + ", row " +
+           std::to_string(row - level.FirstRow) + ", " + TextOf(position);
+}
+
+void CStitcher::Fill(const CPixelTarget& target) const
+{
+    const auto pixel = PixelOf(_Background, target.Format);
+    const size_t bytesPerPixel = target.Format.BytesPerPixel();
+    for (uint32_t y = 0; y < target.Height; ++y)
+    {
+        uint8_t* row = target.Row(y);
+        for (uint32_t x = 0; x < target.Width; ++x)
+            std::memcpy(row + x * bytesPerPixel, pixel.data(), bytesPerPixel);
+    }
+}
+
+bool CStitcher::Decode(const CLevel& level, int64_t col, int64_t row, const CPosition& position,
+                       const CPixelTarget& target)
+{
+    try
+    {
+        const auto tile = _Pixels.ReadTile(level, col, row, position);
+        if (!tile)
+            return false;
+        if (tile->Coding == TileCoding::Raw &&
+            tile->Bytes.size() < target.Height * size_t{target.Width} * target.Format.BytesPerPixel())
+            Fill(target); // the last strip ends where the picture does
+        DecodeTile(*tile, target);
+        return true;
+    }
+    catch (const CTileError& error)
+    {
+        _Failures.Add(NameOfTile(level, col, row, position) + ": " + error.what());
+        return false;
+    }
+}
+
+void CStitcher::ReadTile(const CLevel& level, int64_t col, int64_t row, const CPosition& position,
+                         const CPixelTarget& target)
+{
+    if (!Decode(level, col, row, position, target))
+        Fill(target);
+}
+
+void CStitcher::ReadPart(const CLevel& level, int64_t col, int64_t row, const CPosition& position,
+                         const CPixelRect& rect, const CPixelTarget& target)
+{
+    const CPixelRect tile = level.TileRect(col, row);
+    const CPixelRect shown = Intersection(tile, rect);
+    const CPixelTarget part = PartOf(target, shown.X - rect.X, shown.Y - rect.Y, shown.Width, shown.Height);
+    if (shown == tile)
+        return ReadTile(level, col, row, position, part);
+    CPixelTarget whole = target;
+    const size_t bytesPerPixel = target.Format.BytesPerPixel();
+    whole.Width = level.TileWidth;
+    whole.Height = level.TileHeight;
+    whole.Stride = whole.Width * bytesPerPixel;
+    ByteBuffer pixels;
+    if (_Pixels.FindImage(level, col, row, position))
+    {
+        pixels.resize(whole.Stride * whole.Height);
+        whole.Pixels = pixels.data();
+    }
+    if (pixels.empty() || !Decode(level, col, row, position, whole))
+        return Fill(part);
+    for (uint32_t y = 0; y < part.Height; ++y)
+        std::memcpy(part.Row(y),
+                    whole.Row(static_cast<uint32_t>(shown.Y - tile.Y) + y) +
+                        static_cast<size_t>(shown.X - tile.X) * bytesPerPixel,
+                    part.Width * bytesPerPixel);
+}
+
+void CStitcher::Read(const CLevel& level, const CPosition& position, const CPixelRect& rect, const CPixelTarget& target)
+{
+    const CTileRange range = TilesOf(level, rect);
+    const auto numOfCols = static_cast<size_t>(range.LastCol - range.FirstCol + 1);
+    const auto numOfRows = static_cast<size_t>(range.LastRow - range.FirstRow + 1);
+    ForEachInParallel(numOfCols * numOfRows, _Jobs,
+                      [&](size_t i)
+                      {
+                          ReadPart(level, range.FirstCol + static_cast<int64_t>(i % numOfCols),
+                                   range.FirstRow + static_cast<int64_t>(i / numOfCols), position, rect, target);
+                      });
+}
+
+} // namespace HostTool
