@@ -4,6 +4,7 @@
 
 #include <array>
 #include <charconv>
+#include <cmath>
 #include <numbers>
 
 namespace SampleDocuments
@@ -219,7 +220,7 @@ std::vector<CRegion> ManyRegions(size_t numOfRegions, uint32_t pictureWidth, uin
     regions.reserve(numOfRegions);
     // A step by the golden ratio in X and by its square in Y never comes back to the same place.
     const double step = 1 / std::numbers::phi;
-    const auto place = [](double turns, uint32_t length) { return (turns - static_cast<uint64_t>(turns)) * length; };
+    const auto place = [](double turns, uint32_t length) { return (turns - std::floor(turns)) * length; };
     for (size_t i = 0; i < numOfRegions; ++i)
     {
         const double x = place(static_cast<double>(i) * step, pictureWidth);
