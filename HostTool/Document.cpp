@@ -119,24 +119,28 @@ std::optional<CImage> CArea::Image(const CPosition& position) const
     return image ? std::optional<CImage>(std::in_place, _Document, image) : std::nullopt;
 }
 
-std::optional<CPropertySet> CArea::Properties(const wchar_t* key, const AC_PARAMS* parameters) const
+std::optional<CPropertySet> CArea::Ask(const wchar_t* key, const AC_PARAMS* parameters, AC_Result* result) const
 {
     AC_HPROPSET set = nullptr;
-    if (_Document.Host().GetAreaProperty(_Handle.get(), key, parameters, &set) != AC_RESULT_SUCCESS)
+    const AC_Result answer = _Document.Host().GetAreaProperty(_Handle.get(), key, parameters, &set);
+    if (result)
+        *result = answer;
+    if (answer != AC_RESULT_SUCCESS)
         return std::nullopt;
     return std::optional<CPropertySet>(std::in_place, _Document.Host(), set);
 }
 
-std::optional<CPropertySet> CArea::Properties(const wchar_t* key) const
+std::optional<CPropertySet> CArea::Properties(const wchar_t* key, AC_Result* result) const
 {
-    return Properties(key, nullptr);
+    return Ask(key, nullptr, result);
 }
 
-std::optional<CPropertySet> CArea::Properties(const wchar_t* key, const wchar_t* parameter, std::wstring value) const
+std::optional<CPropertySet> CArea::Properties(const wchar_t* key, const wchar_t* parameter, std::wstring value,
+                                              AC_Result* result) const
 {
     AC_PARAM_ELEMENT element{parameter, value.data()};
     const AC_PARAMS parameters{1, &element};
-    return Properties(key, &parameters);
+    return Ask(key, &parameters, result);
 }
 
 std::vector<std::array<int, 3>> CArea::LookUpTable(uint32_t channel) const
@@ -231,17 +235,44 @@ CArea CGroup::Area(int level, uint64_t areaID) const
     return {_Document, area};
 }
 
-std::optional<std::string> CGroup::DisplayProperty(std::wstring name) const
+int CGroup::FirstLevel() const
+{
+    const int numOfLevels = NumOfLevels();
+    int level = 0;
+    while (level + 1 < numOfLevels && !LevelRect(level))
+        ++level;
+    return level;
+}
+
+CArea CGroup::FirstArea() const
+{
+    return Area(FirstLevel(), 0);
+}
+
+std::optional<std::string> CGroup::CustomText(std::wstring name, const AC_PARAM* parameters) const
 {
     const auto& get = _Document.Host().GetGroupCustomData;
     UINT64 size = 0;
-    if (get(_Handle.get(), name.data(), nullptr, nullptr, 0, &size) != AC_RESULT_SUCCESS || size == 0)
+    if (get(_Handle.get(), name.data(), parameters, nullptr, 0, &size) != AC_RESULT_SUCCESS || size == 0)
         return std::nullopt;
     std::string text(size, '\0');
-    if (get(_Handle.get(), name.data(), nullptr, reinterpret_cast<BYTE*>(text.data()), size, &size) !=
+    if (get(_Handle.get(), name.data(), parameters, reinterpret_cast<BYTE*>(text.data()), size, &size) !=
         AC_RESULT_SUCCESS)
         return std::nullopt;
     return text;
+}
+
+std::optional<std::string> CGroup::DisplayProperty(std::wstring name) const
+{
+    return CustomText(std::move(name), nullptr);
+}
+
+std::optional<std::string> CGroup::ExposureTime(uint32_t channel) const
+{
+    std::wstring text = std::to_wstring(channel);
+    AC_PARAM_ELEMENT element{L"channelId", text.data()};
+    const AC_PARAM parameters{1, &element};
+    return CustomText(L"ZEL_GroupExposureTime", &parameters);
 }
 
 CDocument::CDocument(const CPluginHost& host, const std::filesystem::path& path)
@@ -300,6 +331,12 @@ std::optional<ByteBuffer> CDocument::Thumbnail() const
     ByteBuffer bytes(size);
     Require(_Host.GetThumbnailData(_Handle.get(), bytes.data(), size, &size), "cannot read the thumbnail");
     return bytes;
+}
+
+std::optional<ByteBuffer> CDocument::Overview() const
+{
+    auto bytes = CustomData(L"SlideImage", {});
+    return bytes && !bytes->empty() ? std::move(bytes) : std::nullopt;
 }
 
 std::vector<std::filesystem::path> CDocument::Files() const

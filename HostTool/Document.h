@@ -48,7 +48,7 @@ public:
 
     /// The rectangle, in pixels of its level.
     CMN_RECT Size() const;
-    /// All its bytes as they are stored. Throws CHostError if they can\'t be read.
+    /// All its bytes as they are stored. Throws CHostError if they can't be read.
     ByteBuffer Body() const;
     /// Bytes of one pixel if the image is raw; nothing if it is compressed.
     std::optional<uint64_t> BytesPerRawPixel() const;
@@ -76,15 +76,17 @@ public:
 
     /// A property set of the area, its level, its group or its document. Nothing if the document doesn't tell, or the
     /// plug-in doesn't serve the key.
-    std::optional<CPropertySet> Properties(const wchar_t* key) const;
-    std::optional<CPropertySet> Properties(const wchar_t* key, const wchar_t* parameter, std::wstring value) const;
+    /// `result` gets what the plug-in answered.
+    std::optional<CPropertySet> Properties(const wchar_t* key, AC_Result* result = nullptr) const;
+    std::optional<CPropertySet> Properties(const wchar_t* key, const wchar_t* parameter, std::wstring value,
+                                           AC_Result* result = nullptr) const;
     /// The colours that the values of a grey channel are shown in, red, green and blue from 0 to 255; empty if it has
     /// none.
     std::vector<std::array<int, 3>> LookUpTable(uint32_t channel) const;
 
 private:
     AC_Result ImageAt(const CPosition& position, AC_HIMAGE& image) const;
-    std::optional<CPropertySet> Properties(const wchar_t* key, const AC_PARAMS* parameters) const;
+    std::optional<CPropertySet> Ask(const wchar_t* key, const AC_PARAMS* parameters, AC_Result* result) const;
 
     const CDocument& _Document;
     CHandle _Handle;
@@ -105,11 +107,18 @@ public:
     std::optional<CMN_RECT> PictureRect(int level) const;
     CGrid Grid(int level) const;
     CArea Area(int level, uint64_t areaID) const;
+    /// The finest level that has data.
+    int FirstLevel() const;
+    /// The first area of the finest level that has data: the one to be asked for properties of the group or document.
+    CArea FirstArea() const;
     /// One display property of the group, as L"ZEL_GroupFrameOrigin"; nothing if the document doesn't tell.
     std::optional<std::string> DisplayProperty(std::wstring name) const;
+    /// The exposure time of a channel, a number whose unit the plug-in doesn't tell; nothing if it doesn't know it.
+    std::optional<std::string> ExposureTime(uint32_t channel) const;
 
 private:
     std::string Where(int level) const;
+    std::optional<std::string> CustomText(std::wstring name, const AC_PARAM* parameters) const;
 
     const CDocument& _Document;
     int _Number;
@@ -132,6 +141,8 @@ public:
     std::optional<ByteBuffer> CustomData(std::wstring key, std::span<AC_PARAM_ELEMENT> parameters) const;
     /// The thumbnail as a BMP file; nothing if there is none. Throws CHostError for a failure of another kind.
     std::optional<ByteBuffer> Thumbnail() const;
+    /// The picture of the whole slide, as it is stored; nothing if there is none.
+    std::optional<ByteBuffer> Overview() const;
     /// The names of the files that it is made of, itself first.
     std::vector<std::filesystem::path> Files() const;
 

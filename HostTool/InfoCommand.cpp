@@ -1,10 +1,12 @@
 #include "HostTool/InfoCommand.h"
 
+#include "HostTool/Pixels/Bitmap.h"
+#include "HostTool/Pixels/TileCodec.h"
 #include "HostTool/Table.h"
 #include "HostTool/Text.h"
+#include "HostTool/TileKind.h"
 
 #include <iostream>
-#include <sstream>
 
 namespace HostTool
 {
@@ -12,15 +14,7 @@ namespace HostTool
 namespace
 {
 
-std::string TextOf(double number)
-{
-    std::ostringstream text;
-    text.imbue(std::locale::classic());
-    text << number;
-    return text.str();
-}
-
-std::string TextOf(uint64_t width, uint64_t height)
+std::string TextOfSize(uint64_t width, uint64_t height)
 {
     return std::to_string(width) + " x " + std::to_string(height);
 }
@@ -41,14 +35,102 @@ std::string SymbolOf(const std::string& units)
     return units;
 }
 
+/// Facts with their names before them; those that the document doesn't tell are left out.
+class CFactList
+{
+public:
+    void Add(const std::string& name, const std::optional<std::string>& value)
+    {
+        if (value && !value->empty())
+            _Table.Add({name, Printable(*value)});
+    }
+    void Print(std::ostream& out) const { _Table.Print(out, "  "); }
+
+private:
+    CTable _Table;
+};
+
+/// Several facts in one line, with ", " between them.
+class CFactLine
+{
+public:
+    void Add(const std::string& text)
+    {
+        if (!text.empty())
+            _Text += (_Text.empty() ? "" : ", ") + text;
+    }
+    void Add(const std::string& before, const std::optional<double>& number, const std::string& after)
+    {
+        if (number)
+            Add(before + TextOf(*number) + after);
+    }
+    const std::string& Text() const { return _Text; }
+
+private:
+    std::string _Text;
+};
+
+std::string TextOfLens(const CLensFacts& lens)
+{
+    CFactLine line;
+    line.Add(lens.Name.value_or(""));
+    line.Add("", lens.Magnification, "x");
+    line.Add("NA ", lens.NumericalAperture, "");
+    line.Add(lens.Immersion.value_or(""));
+    line.Add("refractive index ", lens.RefractiveIndex, "");
+    line.Add("working distance ", lens.WorkingDistance, " mm");
+    return line.Text();
+}
+
+std::string TextOfStage(const AC_POINT& position)
+{
+    constexpr double nanometres = 1000; // in a micrometre
+    return "x " + TextOf(position.x / nanometres) + " um, y " + TextOf(position.y / nanometres) + " um";
+}
+
+std::string TextOfMaker(const CDocumentFacts& facts)
+{
+    CFactLine line;
+    line.Add(facts.DeviceName.value_or(""));
+    line.Add(facts.DeviceVersion ? "version " + *facts.DeviceVersion : "");
+    return line.Text();
+}
+
+std::optional<std::string> TextOfThumbnail(const CDocumentFacts& facts)
+{
+    if (!facts.Thumbnail)
+        return std::nullopt;
+    try
+    {
+        const CBitmap bitmap(*facts.Thumbnail);
+        return TextOfSize(bitmap.Width(), bitmap.Height());
+    }
+    catch (const CTileError& error)
+    {
+        return error.what();
+    }
+}
+
+std::optional<std::string> TextOfOverview(const CDocumentFacts& facts)
+{
+    if (!facts.Overview)
+        return std::nullopt;
+    const CTileKind* kind = FindTileKind(*facts.Overview);
+    return std::string(kind ? kind->Name : "of an unknown kind") + ", " + std::to_string(facts.Overview->size()) +
+           " bytes";
+}
+
 void PrintChannels(std::ostream& out, const std::vector<CChannelFacts>& channels)
 {
     CTable table;
-    table.Add({"channel", "name", "stored as", "colours", "bits"});
+    table.Add({"channel", "name", "stored as", "colours", "bits", "shown", "from", "to", "exposure"});
     for (const CChannelFacts& channel : channels)
-        table.Add({std::to_string(channel.ID), OrUnknown(channel.Name), OrUnknown(channel.Format),
-                   OrUnknown(channel.ColorSpace),
-                   channel.NumOfUsedBits ? std::to_string(*channel.NumOfUsedBits) : "unknown"});
+        table.Add(
+            {std::to_string(channel.ID), OrUnknown(channel.Name), OrUnknown(channel.Format),
+             OrUnknown(channel.ColorSpace), channel.NumOfUsedBits ? std::to_string(*channel.NumOfUsedBits) : "unknown",
+             channel.BrightestColour().value_or("as it is"),
+             channel.Limits ? std::to_string(channel.Limits->Shadow) : "unknown",
+             channel.Limits ? std::to_string(channel.Limits->Highlight) : "unknown", OrUnknown(channel.ExposureTime)});
     table.Print(out, "  ");
 }
 
@@ -80,32 +162,94 @@ void PrintLevels(std::ostream& out, const std::vector<CLevelFacts>& levels)
         }
         const bool isCalibrated = level.PixelWidth && level.PixelHeight;
         table.Add({std::to_string(level.Level),
-                   level.PictureRect ? TextOf(level.PictureRect->width, level.PictureRect->height) : "unknown",
-                   TextOf(level.TilesRect.width, level.TilesRect.height), TextOf(level.Grid.Cols, level.Grid.Rows),
-                   TextOf(level.TileWidth, level.TileHeight),
+                   level.PictureRect ? TextOfSize(level.PictureRect->width, level.PictureRect->height) : "unknown",
+                   TextOfSize(level.TilesRect.width, level.TilesRect.height),
+                   TextOfSize(level.Grid.Cols, level.Grid.Rows), TextOfSize(level.TileWidth, level.TileHeight),
                    isCalibrated ? TextOf(*level.PixelWidth) + " x " + TextOf(*level.PixelHeight) + " um" : "unknown"});
     }
     table.Print(out, "  ");
+}
+
+void PrintDocument(std::ostream& out, const CDocumentFacts& facts)
+{
+    out << Printable(facts.Path.string()) << '\n';
+    CFactList list;
+    list.Add("format version", facts.FormatVersion.value_or("unknown"));
+    list.Add("made by", TextOfMaker(facts));
+    list.Add("author", facts.Author);
+    list.Add("comment", facts.Comment);
+    list.Add("family", facts.FamilyID);
+    list.Add("created", facts.Created);
+    list.Add("updated", facts.Updated);
+    list.Add("thumbnail", TextOfThumbnail(facts));
+    list.Add("overview", TextOfOverview(facts));
+    list.Add("groups", std::to_string(facts.Groups.size()));
+    list.Print(out);
+    for (const CDiagnostic& remark : facts.Remarks)
+        out << "  " << remark.Severity << ": " << Printable(remark.Text) << '\n';
+}
+
+void PrintGroup(std::ostream& out, const CGroupFacts& group)
+{
+    out << "\ngroup " << group.Number << ", name " << OrUnknown(group.Name) << '\n';
+    CFactList list;
+    const auto type = group.Display.find("Type");
+    if (type != group.Display.end())
+        list.Add("type", type->second);
+    if (group.Lens)
+        list.Add("lens", TextOfLens(*group.Lens));
+    if (group.StagePosition)
+        list.Add("stage", TextOfStage(*group.StagePosition));
+    list.Add("experiment", group.Experiment);
+    list.Add("sample", group.Sample);
+    list.Add("its description", group.SampleComment);
+    if (group.NumOfRegions > 0)
+        list.Add("regions", std::to_string(group.NumOfRegions));
+    list.Print(out);
+    PrintChannels(out, group.Channels);
+    PrintAxes(out, group.Axes);
+    PrintLevels(out, group.Levels);
+}
+
+std::string ShortTextOf(const CGroupFacts& group)
+{
+    CFactLine line;
+    if (!group.Levels.empty() && group.Levels.front().HasData)
+    {
+        const CLevelFacts& level = group.Levels.front();
+        const CMN_RECT& rect = level.PictureRect ? *level.PictureRect : level.TilesRect;
+        line.Add(TextOfSize(rect.width, rect.height));
+        line.Add("tiles of " + TextOfSize(level.TileWidth, level.TileHeight));
+    }
+    line.Add("levels " + std::to_string(group.Levels.size()));
+    for (const CAxisFacts& axis : group.Axes)
+        line.Add(NameOf(axis.Type) + " " + std::to_string(axis.NumOfPositions));
+    line.Add("channels " + std::to_string(group.Channels.size()));
+    if (!group.Channels.empty())
+        line.Add(OrUnknown(group.Channels.front().Format) + " " + OrUnknown(group.Channels.front().ColorSpace));
+    return line.Text();
 }
 
 } // namespace
 
 void PrintFacts(std::ostream& out, const CDocumentFacts& facts)
 {
-    out << Printable(facts.Path.string()) << '\n';
-    out << "format version " << OrUnknown(facts.FormatVersion) << ", groups " << facts.Groups.size() << '\n';
+    PrintDocument(out, facts);
     for (const CGroupFacts& group : facts.Groups)
-    {
-        out << "\ngroup " << group.Number << ", name " << OrUnknown(group.Name) << '\n';
-        PrintChannels(out, group.Channels);
-        PrintAxes(out, group.Axes);
-        PrintLevels(out, group.Levels);
-    }
+        PrintGroup(out, group);
+}
+
+void PrintShortFacts(std::ostream& out, const CDocumentFacts& facts)
+{
+    out << Printable(facts.Path.string()) << '\n';
+    for (const CGroupFacts& group : facts.Groups)
+        out << "  " << OrUnknown(group.Name) << ": " << Printable(ShortTextOf(group)) << '\n';
 }
 
 void AddInfoCommand(CCommandLine& line)
 {
-    line.AddCommand({"info", "Prints groups, channels, axes, levels and tile grids.",
+    line.AddCommand({"info",
+                     "Prints what the document tells: its properties, groups, channels, axes, levels and tile grids.",
                      "  zel info slide.zel\n  zel --plugin ./libZelPluginForBrix.so info slide.zel"},
                     [](const CDocument& document)
                     {

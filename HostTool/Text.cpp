@@ -3,6 +3,8 @@
 #include "HostTool/HostError.h"
 
 #include <iconv.h>
+#include <locale>
+#include <sstream>
 
 namespace HostTool
 {
@@ -113,6 +115,15 @@ std::string Printable(std::string utf8)
         c = byte < 0x20 || byte == 0x7F ? '?' : c;
     }
     return utf8;
+}
+
+std::string TextOf(double number)
+{
+    std::ostringstream text;
+    text.imbue(std::locale::classic());
+    text.precision(10);
+    text << number;
+    return text.str();
 }
 
 } // namespace HostTool

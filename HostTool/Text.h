@@ -17,4 +17,7 @@ std::wstring ToWide(std::string_view utf8);
 /// '?'.
 std::string Printable(std::string utf8);
 
+/// A number as people write it, in the same way in every locale.
+std::string TextOf(double number);
+
 } // namespace HostTool

@@ -1,5 +1,6 @@
 #include "HostTool/TileCommand.h"
 
+#include "HostTool/DecodedTile.h"
 #include "HostTool/Text.h"
 #include "HostTool/TileFile.h"
 
@@ -43,6 +44,7 @@ void AddTileOptions(CLI::App& command, CTileRequest& tile)
         ->capture_default_str();
     command.add_option("-o,--output", tile.Output, "file to write; without an extension it gets the one that fits")
         ->required();
+    command.add_flag("--png", tile.IsDecoded, "decode the tile and write it as a PNG picture");
 }
 
 } // namespace
@@ -70,6 +72,9 @@ std::string WriteTileCommand(const CDocument& document, const CTileRequest& requ
                                                    std::to_string(request.Col) + ", row " +
                                                    std::to_string(request.Row) + " of " + levelText + ", " +
                                                    TextOf(request.Position) + "; choose another one");
+    if (request.IsDecoded)
+        return WriteDecodedTile(CGroupPixels(document, request.Group),
+                                {request.Level, request.Col, request.Row, request.Position}, request.Output);
     return WriteTile(ReadTile(area, *image, request.Position.Channel), request.Output);
 }
 
@@ -78,7 +83,7 @@ void AddTileCommand(CCommandLine& line)
     const auto request = std::make_shared<CTileRequest>();
     AddTileOptions(line.AddCommand({"tile", "Writes one tile to a file, as it is stored; raw pixels as PNG.",
                                     "  zel tile slide.zel -x 2 -y 1 -o tile\n"
-                                    "  zel tile slide.zel -g 0 -l 3 -x 0 -y 0 -c 1 -z 4 -o tile.jpg"},
+                                    "  zel tile slide.zel -g 0 -l 3 -x 0 -y 0 -c 1 -z 4 --png -o tile.png"},
                                    [request](const CDocument& document)
                                    {
                                        std::cout << Printable(WriteTileCommand(document, *request)) << '\n';

@@ -2,6 +2,7 @@
 
 #include "HostTool/HostError.h"
 #include "HostTool/OutputFile.h"
+#include "HostTool/Pixels/JpegHeader.h"
 #include "HostTool/PngFile.h"
 #include "HostTool/TileKind.h"
 
@@ -85,7 +86,9 @@ std::string WriteRaw(const CTile& tile, std::filesystem::path path)
 
 CTile ReadTile(const CArea& area, const CImage& image, uint32_t channel)
 {
-    CTile tile{image.Body(), image.Size(), image.BytesPerRawPixel(), std::nullopt};
+    CTile tile{image.Body(), image.Size(), image.BytesPerRawPixel(), std::nullopt, false};
+    if (const auto header = tile.BytesPerRawPixel ? std::nullopt : ReadJpegHeader(tile.Bytes))
+        tile.HasTablesApart = !header->HasTables;
     // Facts of a channel can cost a scan of all its pixels, so they are asked for only where the colours' order
     // matters.
     if (tile.BytesPerRawPixel == 3U || tile.BytesPerRawPixel == 6U)
@@ -103,7 +106,9 @@ std::string WriteTile(const CTile& tile, std::filesystem::path path)
     if (!path.has_extension())
         path += kind.Extension;
     RequireExtension(path, kind.Extension, kind.OtherExtension, std::string(kind.Name));
-    return WriteAsStored(tile, path, std::string(kind.Name) + ", " + TextOfSize(tile));
+    const std::string apart =
+        tile.HasTablesApart ? " (its tables stand apart, so viewers can't show it; --png can)" : "";
+    return WriteAsStored(tile, path, std::string(kind.Name) + ", " + TextOfSize(tile)) + apart;
 }
 
 } // namespace HostTool

@@ -15,6 +15,7 @@ struct CTile
     CMN_RECT Rect{};
     std::optional<uint64_t> BytesPerRawPixel; ///< nothing: the tile is compressed
     std::optional<std::string> ColorSpace;    ///< of a raw tile in colours: "RGB", "BGR"
+    bool HasTablesApart = false;              ///< a JPEG stream that viewers can't show by itself
 };
 
 CTile ReadTile(const CArea& area, const CImage& image, uint32_t channel);

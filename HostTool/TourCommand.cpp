@@ -1,8 +1,11 @@
 #include "HostTool/TourCommand.h"
 
-#include "HostTool/HostError.h"
+#include "HostTool/DecodedTile.h"
 #include "HostTool/InfoCommand.h"
+#include "HostTool/RegionFacts.h"
+#include "HostTool/Table.h"
 #include "HostTool/Text.h"
+#include "HostTool/ThumbnailFile.h"
 #include "HostTool/TileFile.h"
 
 #include <CLI/CLI.hpp>
@@ -53,52 +56,143 @@ std::optional<uint64_t> FindAreaWithImage(const CGroup& group, const CLevelFacts
     return std::nullopt;
 }
 
-void VisitLevel(std::ostream& out, const CGroup& group, const CLevelFacts& level, const CPosition& position,
-                const std::filesystem::path& folder)
+std::string TextOfPoints(const std::vector<CRegionPoint>& points)
 {
-    const std::string name = "group" + std::to_string(group.Number()) + "-level" + std::to_string(level.Level);
-    const auto areaID = level.HasData ? FindAreaWithImage(group, level, position) : std::nullopt;
-    if (!areaID)
-    {
-        out << name << ": no tile is stored at " << TextOf(position) << '\n';
-        return;
-    }
-    const CArea area = group.Area(level.Level, *areaID);
-    const auto image = area.Image(position);
-    const std::string tile =
-        "-col" + std::to_string(*areaID % level.Grid.Cols) + "-row" + std::to_string(*areaID / level.Grid.Cols);
-    out << Printable(WriteTile(ReadTile(area, image.value(), position.Channel), folder / (name + tile))) << '\n';
+    constexpr size_t most = 4;
+    std::string text;
+    for (size_t i = 0; i < std::min(most, points.size()); ++i)
+        text += (i == 0 ? "(" : " (") + std::to_string(points[i].X) + ", " + std::to_string(points[i].Y) + ")";
+    return points.size() <= most ? text : text + " and " + std::to_string(points.size() - most) + " more";
 }
+
+void PrintRegions(std::ostream& out, const CGroup& group)
+{
+    constexpr size_t most = 20;
+    const std::vector<CRegionFacts> regions = RegionsOf(group);
+    if (regions.empty())
+        return;
+    CTable table;
+    table.Add({"region", "name", "shape", "rotation", "vertices in pixels"});
+    for (size_t i = 0; i < std::min(most, regions.size()); ++i)
+        table.Add({Printable(regions[i].ID), Printable(regions[i].Name.value_or("unknown")),
+                   Printable(regions[i].Shape.value_or("unknown")),
+                   regions[i].Rotation ? TextOf(*regions[i].Rotation) : "unknown", TextOfPoints(regions[i].Points)});
+    out << "\nregions of interest of group " << group.Number() << '\n';
+    table.Print(out, "  ");
+    if (regions.size() > most)
+        out << "  and " << regions.size() - most << " more\n";
+}
+
+/// Visits a document and counts what could be written and what could not be read.
+class CTour
+{
+public:
+    CTour(std::ostream& out, const CDocument& document, const CTourRequest& request)
+        : _Out(out), _Document(document), _Request(request)
+    {
+    }
+
+    ExitCode Go()
+    {
+        const CDocumentFacts facts = FactsOf(_Document);
+        Print(facts);
+        MakeFolder(_Request.Folder);
+        if (facts.Thumbnail)
+            Write([&] { return WriteBitmapAsPng(*facts.Thumbnail, _Request.Folder / "thumbnail.png"); });
+        for (const CGroupFacts& group : facts.Groups)
+            for (const CLevelFacts& level : group.Levels)
+                VisitLevel(_Document.Group(group.Number), level, MiddleOf(group));
+        if (_Request.IsShort)
+            _Out << "  " << _NumOfFiles << " files written to " << Printable(_Request.Folder.string()) << '\n';
+        return _Code;
+    }
+
+private:
+    void Print(const CDocumentFacts& facts)
+    {
+        if (_Request.IsShort)
+        {
+            PrintShortFacts(_Out, facts);
+            return;
+        }
+        PrintFacts(_Out, facts);
+        for (const CGroupFacts& group : facts.Groups)
+            PrintRegions(_Out, _Document.Group(group.Number));
+        _Out << '\n';
+    }
+
+    void VisitLevel(const CGroup& group, const CLevelFacts& level, const CPosition& position)
+    {
+        const std::string name = "group" + std::to_string(group.Number()) + "-level" + std::to_string(level.Level);
+        const auto areaID = level.HasData ? FindAreaWithImage(group, level, position) : std::nullopt;
+        if (!areaID)
+        {
+            _Out << name << ": no tile is stored at " << TextOf(position) << '\n';
+            return;
+        }
+        const CArea area = group.Area(level.Level, *areaID);
+        const auto image = area.Image(position);
+        const CTilePlace place{level.Level, *areaID % level.Grid.Cols, *areaID / level.Grid.Cols, position};
+        const std::filesystem::path file =
+            _Request.Folder / (name + "-col" + std::to_string(place.Col) + "-row" + std::to_string(place.Row));
+        Write(
+            [&]
+            {
+                const CTile tile = ReadTile(area, image.value(), position.Channel);
+                if (tile.HasTablesApart)
+                    return WriteDecodedTile(CGroupPixels(_Document, group.Number()), place, file);
+                return WriteTile(tile, file);
+            });
+    }
+
+    /// What can't be read does not end the tour; what can't be written does.
+    template <typename Writing>
+    void Write(const Writing& writing)
+    try
+    {
+        const std::string line = writing();
+        ++_NumOfFiles;
+        if (!_Request.IsShort)
+            _Out << Printable(line) << '\n';
+    }
+    catch (const CHostError& error)
+    {
+        if (error.Code() == ExitCode::WrongUsage)
+            throw;
+        _Out.flush();
+        std::cerr << "zel: " << Printable(error.what()) << '\n';
+        _Code = error.Code();
+    }
+
+    std::ostream& _Out;
+    const CDocument& _Document;
+    const CTourRequest& _Request;
+    size_t _NumOfFiles = 0;
+    ExitCode _Code = ExitCode::Done;
+};
 
 } // namespace
 
-void TourCommand(std::ostream& out, const CDocument& document, const std::filesystem::path& folder)
+ExitCode TourCommand(std::ostream& out, const CDocument& document, const CTourRequest& request)
 {
-    const CDocumentFacts facts = FactsOf(document);
-    PrintFacts(out, facts);
-    MakeFolder(folder);
-    out << '\n';
-    for (const CGroupFacts& groupFacts : facts.Groups)
-    {
-        const CGroup group = document.Group(groupFacts.Number);
-        const CPosition position = MiddleOf(groupFacts);
-        for (const CLevelFacts& level : groupFacts.Levels)
-            VisitLevel(out, group, level, position, folder);
-    }
+    return CTour(out, document, request).Go();
 }
 
 void AddTourCommand(CCommandLine& line)
 {
-    const auto folder = std::make_shared<std::filesystem::path>();
-    line.AddCommand({"tour", "Prints what info prints and writes one tile of each level into a folder.",
-                     "  zel tour slide.zel tiles\n  zel tour /data/slide.zel /tmp/tiles"},
-                    [folder](const CDocument& document)
-                    {
-                        TourCommand(std::cout, document, std::filesystem::absolute(*folder));
-                        return ExitCode::Done;
-                    })
-        .add_option("FOLDER", *folder, "where the tiles go; made if it is not there")
-        ->required();
+    const auto request = std::make_shared<CTourRequest>();
+    CLI::App& command =
+        line.AddCommand({"tour",
+                         "Prints what info prints, and the regions of interest, and writes the thumbnail and one tile "
+                         "of each level into a folder.",
+                         "  zel tour slide.zel tiles\n  zel tour /data/slide.zel /tmp/tiles --short"},
+                        [request](const CDocument& document)
+                        {
+                            request->Folder = std::filesystem::absolute(request->Folder);
+                            return TourCommand(std::cout, document, *request);
+                        });
+    command.add_option("FOLDER", request->Folder, "where the pictures go; made if it is not there")->required();
+    command.add_flag("--short", request->IsShort, "print a line for each group and none for each tile");
 }
 
 } // namespace HostTool

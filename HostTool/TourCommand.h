@@ -8,10 +8,17 @@
 namespace HostTool
 {
 
-/// `zel tour`: prints the facts of a document and writes one tile of each level of each group into a folder, from the
-/// middle of the picture and of its axes. The folder is made if it isn't there.
-/// Throws CHostError if a tile can't be read or written.
-void TourCommand(std::ostream& out, const CDocument& document, const std::filesystem::path& folder);
+struct CTourRequest
+{
+    std::filesystem::path Folder;
+    bool IsShort = false; ///< a line for each group and none for each tile
+};
+
+/// `zel tour`: prints the facts and the regions of interest of a document, and writes its thumbnail and one tile of
+/// each level of each group into a folder, from the middle of the picture and of its axes. The folder is made if it
+/// isn't there. A tile or thumbnail that can't be read gets a line, and the answer is that of a damaged file. Throws
+/// CHostError if something can't be written.
+ExitCode TourCommand(std::ostream& out, const CDocument& document, const CTourRequest& request);
 
 void AddTourCommand(CCommandLine& line);
 

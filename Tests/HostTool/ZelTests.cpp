@@ -1,70 +1,14 @@
-#include "SampleDocuments/Document.h"
-#include "Tests/Support/Command.h"
-#include "Tests/Support/TemporaryFolder.h"
+#include "Tests/HostTool/ZelProgram.h"
 
-#include <algorithm>
-#include <filesystem>
-#include <gtest/gtest.h>
 #include <sys/resource.h>
-
-/// The program as its users have it, on documents of known contents.
 
 namespace
 {
 
-using namespace SampleDocuments;
-using TestSupport::CommandResult;
-using TestSupport::RunCommand;
+using namespace ZelTest;
 
-using Words = std::vector<std::string>;
-
-std::string TextOf(const ByteString& bytes)
+class Zel : public ZelProgram
 {
-    return {bytes.begin(), bytes.end()};
-}
-
-size_t NumOfLines(const std::string& text)
-{
-    return static_cast<size_t>(std::count(text.begin(), text.end(), '\n'));
-}
-
-class Zel : public testing::Test
-{
-protected:
-    void Write(Document document) { document.WriteTo(SlideName()); }
-    void Write(const Stack& stack) { Write(Document().With(stack)); }
-    std::string SlideName() const { return Folder.Name("slide.zel"); }
-    std::string Output(const std::string& name) const { return TestSupport::BytesOf(Folder.Name(name)); }
-
-    CommandResult Run(Words words) const
-    {
-        words.insert(words.begin(), ZEL);
-        return RunCommand(words);
-    }
-    /// `zel tile` of the slide, written to "tile" in the folder.
-    CommandResult Tile(Words options) const
-    {
-        Words words = {"tile", SlideName(), "-o", Folder.Name("tile")};
-        words.insert(words.end(), options.begin(), options.end());
-        return Run(words);
-    }
-    void ExpectPrinted(const std::string& text) const
-    {
-        const CommandResult result = Run({"info", SlideName()});
-        EXPECT_EQ(result.ExitCode, 0) << result.Errors;
-        EXPECT_NE(result.Output.find(text), std::string::npos) << text << "\nnot in\n" << result.Output;
-    }
-    /// One line of error, which holds `text`, and nothing written.
-    void ExpectRefusal(const CommandResult& result, int exitCode, const std::string& text) const
-    {
-        EXPECT_EQ(result.ExitCode, exitCode);
-        EXPECT_EQ(NumOfLines(result.Errors), 1u) << result.Errors;
-        EXPECT_NE(result.Errors.find(text), std::string::npos) << text << "\nnot in\n" << result.Errors;
-        EXPECT_FALSE(std::filesystem::exists(Folder.Name("tile.raw")));
-        EXPECT_FALSE(std::filesystem::exists(Folder.Name("tile.jpg")));
-    }
-
-    TestSupport::TemporaryFolder Folder;
 };
 
 TEST_F(Zel, PrintsTheGridAndSizeOfEachLevel)
@@ -85,7 +29,7 @@ TEST_F(Zel, PrintsTheGridOfTilesLeftOfTheOrigin)
 TEST_F(Zel, PrintsEachGroup)
 {
     Write(Document().With(Stack(1)).With(Stack(7)));
-    ExpectPrinted("groups 2\n");
+    ExpectPrinted("groups          2\n");
     ExpectPrinted("\ngroup 1, ");
 }
 
@@ -110,12 +54,20 @@ TEST_F(Zel, PrintsAllThatADocumentTells)
               .Raw(ComponentType::Uint16));
     EXPECT_EQ(Run({"info", SlideName()}).Output,
               SlideName() + "\n"
-                            "format version 1.1, groups 1\n"
+                            "  format version  1.1\n"
+                            "  made by         Sample microscope, version 1.0 (Build 4)\n"
+                            "  author          Sample author\n"
+                            "  comment         Made by the sample writer\n"
+                            "  created         2020-01-01T00:00:00+00:00\n"
+                            "  updated         2020-01-01T01:00:00+00:00\n"
+                            "  thumbnail       6 x 4\n"
+                            "  groups          1\n"
                             "\n"
                             "group 0, name Tissue\n"
-                            "  channel  name  stored as  colours    bits\n"
-                            "  0        DAPI  RAW        GRAYSCALE  16\n"
-                            "  1        FITC  RAW        GRAYSCALE  16\n"
+                            "  type  Default image\n"
+                            "  channel  name  stored as  colours    bits  shown     from  to     exposure\n"
+                            "  0        DAPI  RAW        GRAYSCALE  16    as it is  0     65535  unknown\n"
+                            "  1        FITC  RAW        GRAYSCALE  16    as it is  0     65535  unknown\n"
                             "  axis  positions  from  to   step  unit\n"
                             "  Z     3          0     3    1.5   um\n"
                             "  T     2          0     0.5  0.5   s\n"
@@ -186,23 +138,6 @@ TEST_F(Zel, WritesRawPixelsAsPng)
     Write(Stack(1).Raw(ComponentType::Uint8));
     EXPECT_EQ(Tile({"-x", "0", "-y", "0"}).ExitCode, 0);
     EXPECT_EQ(Output("tile.png").substr(1, 3), "PNG");
-}
-
-TEST_F(Zel, WritesOneTileOfEachLevelOnATour)
-{
-    Write(Stack(1).Size(1000, 1000).Tiles(256, 256).Levels(3));
-    const CommandResult result = Run({"tour", SlideName(), Folder.Name("new/tiles")});
-    EXPECT_EQ(result.ExitCode, 0) << result.Errors;
-    for (const char* name :
-         {"group0-level0-col2-row2.png", "group0-level1-col1-row1.png", "group0-level2-col0-row0.png"})
-        EXPECT_TRUE(std::filesystem::exists(Folder.Name("new/tiles/") + name)) << result.Output;
-}
-
-TEST_F(Zel, FindsATileOnATourWhereTheMiddleOneIsMissing)
-{
-    Write(Stack(1).Size(768, 256).Tiles(256, 256).MissingTile(0, 1, 0));
-    EXPECT_NE(Run({"tour", SlideName(), Folder.Name("tiles")}).Output.find("group0-level0-col2-row0.png"),
-              std::string::npos);
 }
 
 TEST_F(Zel, RefusesAFileThatIsNotThere)
