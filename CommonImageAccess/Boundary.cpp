@@ -42,9 +42,9 @@ AC_Result CiaResultToAC_Result()
     return result;
 }
 
-AC_Result Complain(const char* text)
+AC_Result Complain(const char* text, const char* function, int line)
 {
-    ZEL_LOG("%s", text);
+    CommonUtil::pw_flf(false, __FILE__, function, L"%s", line, text);
     return AC_RESULT_INVALID_PARAM;
 }
 

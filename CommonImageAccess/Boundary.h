@@ -15,13 +15,13 @@ AC_Result CiaResultToAC_ResultArr();
 /// The same on a path of failure: an errno of 0, or one that is no reason, is a failed assertion.
 AC_Result CiaResultToAC_Result();
 
-/// Logs what is wrong with an argument; AC_RESULT_INVALID_PARAM.
-AC_Result Complain(const char* text);
+/// Logs, as the function that calls it, what is wrong with an argument; AC_RESULT_INVALID_PARAM.
+AC_Result Complain(const char* text, const char* function = __builtin_FUNCTION(), int line = __builtin_LINE());
 
 /// Runs the body of an exported function, whose exceptions end here. A failed assertion without a reason in errno gives
 /// AC_RESULT_FAILURE; with one it is logged and gives the result of the reason.
 template <typename Body>
-AC_Result AtBoundary(Body&& body) noexcept
+AC_Result AtBoundary(Body&& body, const char* function = __builtin_FUNCTION(), int line = __builtin_LINE()) noexcept
 {
     try
     {
@@ -31,7 +31,7 @@ AC_Result AtBoundary(Body&& body) noexcept
     {
         if (errno == 0)
             return AC_RESULT_FAILURE;
-        ZEL_LOG("Error: %s", text);
+        CommonUtil::pw_flf(false, __FILE__, function, L"Error: %s", line, text);
     }
     catch (...)
     {

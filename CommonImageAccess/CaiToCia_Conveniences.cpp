@@ -114,7 +114,8 @@ void ReadSample(AC_HAREA hArea, BYTE** pBuffer, UINT64* punSize)
     rect.y = 0;
     UINT64 size = 0;
     Check(_AC_GetImageBody(image, &rect, nullptr, 0, &size));
-    auto bytes = std::make_unique<BYTE[]>(size);
+    // A damaged store can claim any size: what is not cleared here takes no memory before it is read.
+    auto bytes = std::make_unique_for_overwrite<BYTE[]>(size);
     Check(_AC_GetImageBody(image, &rect, bytes.get(), size, &size));
     Check(_AC_ReleaseImage(image));
     *punSize = size;

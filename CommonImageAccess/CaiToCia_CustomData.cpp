@@ -132,11 +132,13 @@ extern "C"
     {
         if (!hImgDoc || !key || !params || !numOfElesPopulated)
             return Complain("Error: hImgDoc or key or params or numOfEles are NULL!");
+        if (params->nSize < 0)
+            return Complain("Error: the number of params is negative!");
         return AtBoundary(
             [&]
             {
-                const CArrayStartAndSize<const AC_PARAM_ELEMENT> paramsArray(
-                    params->pElements, params->nSize > 0 ? static_cast<uint32_t>(params->nSize) : 0);
+                const CArrayStartAndSize<const AC_PARAM_ELEMENT> paramsArray(params->pElements,
+                                                                             static_cast<uint32_t>(params->nSize));
                 CByteArray bufferArray(buffer, ToUint32WithCheck(bufferSize));
                 if (!Doc(hImgDoc).BrixCustomProperty(key, paramsArray, bufferArray))
                     return CiaResultToAC_Result();

@@ -2,12 +2,11 @@
 
 #include "CommonImageAccess/BrixKeys.h"
 #include "CommonImageAccess/ImgDoc.h"
-#include "CommonUtil/ErrnoKeeper.h"
+#include "CommonImageAccess/PropsetParams.h"
 #include "CommonUtil/Mutex.h"
 #include "CommonUtil/Text.h"
 
 #include <array>
-#include <cwchar>
 #include <initializer_list>
 
 namespace CIA
@@ -183,8 +182,7 @@ AC_Result CGroupCustomData::GetExposureTime(const AC_PARAM* params)
     _text = "";
     if (!params || !params->pElements || !params->pElements->pValue)
         return AC_RESULT_INVALID_PARAM;
-    const CErrnoKeeper errnoKeeper;
-    const long channel = std::wcstol(static_cast<const wchar_t*>(params->pElements->pValue), nullptr, 10);
+    const int32_t channel = IntOfText(static_cast<const wchar_t*>(params->pElements->pValue));
     std::string text;
     const AC_Result result = _image.GroupExposureTime(static_cast<uint32_t>(channel), text);
     if (result == AC_RESULT_SUCCESS)

@@ -6,8 +6,10 @@
 #include "CommonUtil/Log.h"
 #include "CommonUtil/Text.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <cwchar>
+#include <limits>
 
 namespace CIA
 {
@@ -59,6 +61,13 @@ std::optional<DimensionType::E> DimensionOfAxisName(const wchar_t* axisName)
     if (Equals(axisName, BRIX_AXIS_L))
         return DimensionType::DimensionType_L;
     return {};
+}
+
+int32_t IntOfText(const wchar_t* text)
+{
+    using Limits = std::numeric_limits<int32_t>;
+    const CErrnoKeeper errnoKeeper;
+    return static_cast<int32_t>(std::clamp<long>(std::wcstol(text, nullptr, 10), Limits::min(), Limits::max()));
 }
 
 uint32_t IdOfText(const wchar_t* text)

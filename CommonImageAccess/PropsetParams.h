@@ -28,6 +28,9 @@ bool RefuseParams(const char* text);
 /// or octal; NoSuchId for a larger one than any ID. Keeps errno.
 constexpr uint32_t NoSuchId = 0xFFFFFFFF;
 uint32_t IdOfText(const wchar_t* text);
+/// The decimal number at the start of a text, as hosts write numbers in custom data; the nearest one that there is for
+/// a text beyond all numbers. Keeps errno.
+int32_t IntOfText(const wchar_t* text);
 
 /// The host's word for a compression; a number that is none is a failed assertion.
 const wchar_t* CompressionFormatToBrixString(PixelFrameCompressionType::E compressionType);

@@ -89,29 +89,39 @@ TIFF* CTiffImageDoc::TiffFilePtr()
 
 TIFF* CTiffImageDoc::SetDirectory(uint32_t dir)
 {
+    ZEL_ASSERT(TrySetDirectory(dir));
+    return _TiffFilePtr.get();
+}
+
+bool CTiffImageDoc::TrySetDirectory(uint32_t dir)
+{
     const CErrnoKeeper errnoKeeper;
     TIFF* tif = TiffFilePtr();
-    ZEL_ASSERT(tif && dir < MaxNumOfDirectories);
+    if (!tif || dir >= MaxNumOfDirectories)
+        return false;
     if (_CurrentDirectory == dir)
-        return tif;
+        return true;
     // Unknown from here on, should what follows fail half-way.
     const std::optional<uint32_t> current = std::exchange(_CurrentDirectory, std::nullopt);
     uint32_t reached = std::min(dir, static_cast<uint32_t>(_OffsetsOfDirectories.size() - 1));
     if (current && *current + 1 == dir) // one after the other is how frames are read
         reached = *current;
-    else
-        ZEL_ASSERT(TIFFSetSubDirectory(tif, _OffsetsOfDirectories[reached]) == 1);
+    else if (TIFFSetSubDirectory(tif, _OffsetsOfDirectories[reached]) != 1)
+        return false;
     while (reached < dir)
-        ReadNextDirectory(++reached);
+        if (!ReadNextDirectory(++reached))
+            return false;
     _CurrentDirectory = dir;
-    return tif;
+    return true;
 }
 
-void CTiffImageDoc::ReadNextDirectory(uint32_t dir)
+bool CTiffImageDoc::ReadNextDirectory(uint32_t dir)
 {
-    ZEL_ASSERT(TIFFReadDirectory(_TiffFilePtr.get()) == 1);
+    if (TIFFReadDirectory(_TiffFilePtr.get()) != 1)
+        return false;
     if (dir == _OffsetsOfDirectories.size())
         _OffsetsOfDirectories.push_back(TIFFCurrentDirOffset(_TiffFilePtr.get()));
+    return true;
 }
 
 } // namespace CIA

@@ -49,10 +49,12 @@ public:
     /// reader moves the handle: whoever reads sets it first, and reads with nothing between. Where directories lie is
     /// kept, so that one after the other costs one step each. Keeps errno.
     TIFF* SetDirectory(uint32_t dir);
+    /// The same where it may fail: false when the file is no TIFF or does not have the directory. Keeps errno.
+    bool TrySetDirectory(uint32_t dir);
 
 private:
-    /// Goes from a directory to the next one, which has that number.
-    void ReadNextDirectory(uint32_t dir);
+    /// Goes from a directory to the next one, which has that number; false when there is none.
+    bool ReadNextDirectory(uint32_t dir);
 
     CTiffHandle _TiffFilePtr;
     std::wstring _FileName;

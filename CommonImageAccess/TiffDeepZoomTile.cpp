@@ -86,7 +86,7 @@ uint32_t CTiffDeepZoomTile::CheckedRawStripSize(const CPlace& place, TIFF* tif)
 {
     ZEL_ASSERT(ColIdx() == 0 && place.StripNumber < TIFFNumberOfStrips(tif));
     const tmsize_t size = TIFFRawStripSize(tif, place.StripNumber);
-    ZEL_ASSERT(size > 0 && static_cast<uint64_t>(size) <= SizeOfFile());
+    ZEL_ASSERT(size > 0);
     return ToUint32WithCheck(static_cast<uint64_t>(size));
 }
 
@@ -118,7 +118,9 @@ std::vector<unsigned char> CTiffDeepZoomTile::JpegStream(const CPlace& place, TI
     ZEL_ASSERT(CIA::TIFFGetField_mayFail(tif, TIFFTAG_JPEGTABLES, &sizeOfTables, &tables));
     ZEL_ASSERT(sizeOfTables >= MinSizeOfJpegTables && tables);
     std::vector<unsigned char> stream(tables, tables + sizeOfTables - SizeOfClosingMarker);
-    std::vector<unsigned char> strip(CheckedRawStripSize(place, tif));
+    const uint32_t sizeOfStrip = CheckedRawStripSize(place, tif);
+    ZEL_ASSERT(sizeOfStrip <= SizeOfFile()); // before it is allocated
+    std::vector<unsigned char> strip(sizeOfStrip);
     const auto size = static_cast<tmsize_t>(strip.size());
     ZEL_ASSERT(CIA::TIFFReadRawStrip(tif, place.StripNumber, strip.data(), size) == size);
     Apply_Huffman_On_JPEG(strip, stream, 0, CIA::TIFFGetField<uint32_t>(tif, TIFFTAG_IMAGELENGTH));
@@ -133,11 +135,12 @@ void CTiffDeepZoomTile::ReadPart(CByteArray& buf, const CPixelRect& r)
     ZEL_ASSERT(pixelFormat && pixelFormat->NumOfBytes() != 0xFFFFFFFF);
     const uint64_t b = pixelFormat->NumOfBytes();
     const uint64_t width = PixelWidth();
-    buf.Size = ToUint32WithCheck(r.Width() * b * r.Height());
+    buf.Size = SizeOfRect(r, b);
     if (IsSizeAllThatIsWanted(buf, sizeOffered))
         return;
     const uint64_t lastRow = uint64_t{r.Y()} + r.Height() - 1;
-    const uint64_t need = (lastRow * width + r.X() + r.Width()) * b;
+    const uint64_t numOfPixels = AddWithCheck(MultiplyWithCheck(lastRow, width), r.X() + r.Width());
+    const uint64_t need = MultiplyWithCheck(numOfPixels, b);
     CopyRectOfPixels(ReadUpTo(need).data(), width, b, r, buf.Arr);
 }
 
@@ -162,6 +165,11 @@ std::vector<unsigned char> CTiffDeepZoomTile::ReadUpTo(uint64_t need)
     }
     ZEL_ASSERT(numOfBytesRead == size);
     return bytes;
+}
+
+uint32_t SizeOfRect(const CPixelRect& r, uint64_t b)
+{
+    return ToUint32WithCheck(MultiplyWithCheck(MultiplyWithCheck(r.Width(), b), r.Height()));
 }
 
 void ClearBehind(tmsize_t numOfBytesRead, unsigned char* buffer, size_t size)

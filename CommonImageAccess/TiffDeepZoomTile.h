@@ -37,6 +37,8 @@ private:
     uint32_t CheckedRawStripSize(const CPlace& place, TIFF* tif);
 };
 
+/// The bytes that the pixels of `r` take, `b` each; asserts that 32 bits hold their number.
+uint32_t SizeOfRect(const CPixelRect& r, uint64_t b);
 /// Copies `r`, `b` bytes a pixel, out of pixels that lie in rows of `width`.
 void CopyRectOfPixels(const unsigned char* pixels, uint64_t width, uint64_t b, const CPixelRect& r,
                       unsigned char* target);

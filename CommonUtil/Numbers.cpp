@@ -43,6 +43,20 @@ uint32_t ToUint32WithCheck(uint64_t value)
     return static_cast<uint32_t>(value);
 }
 
+uint64_t MultiplyWithCheck(uint64_t left, uint64_t right)
+{
+    uint64_t product = 0;
+    ZEL_ASSERT(!__builtin_mul_overflow(left, right, &product));
+    return product;
+}
+
+uint64_t AddWithCheck(uint64_t left, uint64_t right)
+{
+    uint64_t sum = 0;
+    ZEL_ASSERT(!__builtin_add_overflow(left, right, &sum));
+    return sum;
+}
+
 double myRound(double x)
 {
     return std::isnan(x) ? x : std::floor(0.5 + x);

@@ -9,6 +9,9 @@ namespace CommonUtil
 
 /// The narrowed value; asserts that it fits.
 uint32_t ToUint32WithCheck(uint64_t value);
+/// Product and sum; each asserts that 64 bits hold it.
+uint64_t MultiplyWithCheck(uint64_t left, uint64_t right);
+uint64_t AddWithCheck(uint64_t left, uint64_t right);
 
 /// A double as an integer, cut towards zero; asserts that it is a number in the range of the integer.
 template <typename Integer>

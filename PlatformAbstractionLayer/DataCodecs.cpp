@@ -43,9 +43,9 @@ bool LoadDataCodec(void* hModule, const std::wstring& strFile)
                                              .pfnDecode = Export<PAL_FN_DECODE>(hModule, "Decode")};
     if (name.empty() || !codec.pfnGetEncodeBound || !codec.pfnEncode || !codec.pfnDecode)
         return false;
-    if (g_DataCodecAccessorRegisteryGCMap.Insert(name, codec))
-        PAL_PutLogInfo((L"Add data codec: " + name).c_str(), __FILE__, __LINE__);
-    else
+    const bool isNew = g_DataCodecAccessorRegisteryGCMap.Insert(name, codec);
+    PAL_PutLogInfo((L"Add data codec: " + name).c_str(), __FILE__, __LINE__);
+    if (!isNew)
         PAL_ReleaseLibrary(hModule); // an earlier library has the name, and nobody would release this one
     return true;
 }

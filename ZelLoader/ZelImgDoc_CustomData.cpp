@@ -1,6 +1,7 @@
 // The custom data of a document, and what its display flow says of a group.
 
 #include "CommonImageAccess/BrixKeys.h"
+#include "CommonImageAccess/PropsetParams.h"
 #include "CommonUtil/Log.h"
 #include "CommonUtil/Numbers.h"
 #include "CommonUtil/Text.h"
@@ -28,8 +29,7 @@ uint32_t ParamAt(const CParams& params, uint32_t place, const wchar_t* name)
 {
     if (place >= params.Size || !Equals(params.Arr[place].pszKey, name) || !params.Arr[place].pValue)
         return 0;
-    const CErrnoKeeper errnoKeeper;
-    return static_cast<uint32_t>(std::wcstol(static_cast<const wchar_t*>(params.Arr[place].pValue), nullptr, 10));
+    return static_cast<uint32_t>(IntOfText(static_cast<const wchar_t*>(params.Arr[place].pValue)));
 }
 
 std::string UnitOrPixel(const CArrayStartAndSize<wchar_t>* unit)

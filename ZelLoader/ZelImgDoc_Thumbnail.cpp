@@ -20,7 +20,9 @@ namespace
 constexpr uint32_t SizeOfFileHeader = 14;
 constexpr uint32_t SizeOfInfoHeader = 40; ///< the only form in which thumbnails are stored
 constexpr uint32_t MaxSizeOfPicture = 65535;
-// How many pixels a byte of the file can stand for at most: a directory can claim any size.
+// A directory can claim any size. This many pixels are always tried, more only where the file can hold them: how many
+// can a byte stand for at most?
+constexpr uint64_t MaxNumOfPixelsInAnyCase = 1 << 24;
 constexpr uint64_t MaxNumOfPixelsOfARawByte = 8;
 constexpr uint64_t MaxNumOfPixelsOfAJpegByte = 512;
 
@@ -116,19 +118,15 @@ bool CZelImgDoc::ThumbnailFromFirstDirectory(CByteArray& buffer)
 {
     for (const auto& [id, image] : MultiDimImages())
         ZEL_ASSERT(image->DbgDoesNotUseIFD0());
-    if (!AsTiffFilePtr())
+    if (!_AsTiff.TrySetDirectory(0))
         return FailWithEnopkg(buffer);
-    TIFF* tif = AsTiffFilePtrSetTo(0);
+    TIFF* tif = AsTiffFilePtr();
     const PixelFrameCompressionType::E compression = GetPixelFrameCompressionTypeOfCurrentTiffIfd(tif);
     uint32_t width = 0;
     uint32_t height = 0;
     if (!TIFFGetField_mayFail(tif, TIFFTAG_IMAGEWIDTH, &width) ||
         !TIFFGetField_mayFail(tif, TIFFTAG_IMAGELENGTH, &height) || width > MaxSizeOfPicture ||
         height > MaxSizeOfPicture)
-        return FailWithEnopkg(buffer);
-    const uint64_t pixelsOfAByte =
-        compression == PixelFrameCompressionType::None ? MaxNumOfPixelsOfARawByte : MaxNumOfPixelsOfAJpegByte;
-    if (uint64_t{width} * height > FileSize() * pixelsOfAByte)
         return FailWithEnopkg(buffer);
     const uint64_t byteline = (uint64_t{width} + 1) * 3 / 4 * 4;
     const uint64_t sizeOfBmp = SizeOfBmpHeaders + height * byteline;
@@ -146,6 +144,11 @@ bool CZelImgDoc::ThumbnailFromFirstDirectory(CByteArray& buffer)
                 A(CompressionFormatToBrixString(compression)).c_str());
         return FailWithEnopkg(buffer);
     }
+    const uint64_t pixelsOfAByte =
+        compression == PixelFrameCompressionType::None ? MaxNumOfPixelsOfARawByte : MaxNumOfPixelsOfAJpegByte;
+    const uint64_t numOfPixels = uint64_t{width} * height;
+    if (numOfPixels > MaxNumOfPixelsInAnyCase && numOfPixels > FileSize() * pixelsOfAByte)
+        return FailWithEnopkg(buffer);
     return Make24BitBMPBufferTiff(tif, buffer) == 0 || FailWithEnopkg(buffer);
 }
 

@@ -13,6 +13,18 @@ namespace
 constexpr double NaN = std::numeric_limits<double>::quiet_NaN();
 constexpr double Infinity = std::numeric_limits<double>::infinity();
 
+TEST(MultiplyWithCheck, AssertsThatTheProductFits64Bits)
+{
+    EXPECT_EQ(MultiplyWithCheck(0xFFFFFFFF, 0xFFFFFFFF), 0xFFFFFFFE00000001u);
+    EXPECT_FAILED_ASSERTION(MultiplyWithCheck(uint64_t{1} << 32, uint64_t{1} << 32));
+}
+
+TEST(AddWithCheck, AssertsThatTheSumFits64Bits)
+{
+    EXPECT_EQ(AddWithCheck(0xFFFFFFFFFFFFFFFE, 1), 0xFFFFFFFFFFFFFFFFu);
+    EXPECT_FAILED_ASSERTION(AddWithCheck(0xFFFFFFFFFFFFFFFF, 1));
+}
+
 TEST(ToUint32WithCheck, TakesWhatFits)
 {
     EXPECT_EQ(ToUint32WithCheck(0xFFFFFFFFull), 0xFFFFFFFFu);

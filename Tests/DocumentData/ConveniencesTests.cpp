@@ -2,6 +2,9 @@
 
 #include "CommonImageAccess/BrixPropset.h"
 #include "Tests/Properties/PropertySets.h"
+#include "Tests/Support/ChildProcess.h"
+
+#include <sys/resource.h>
 
 using namespace SlideOfTest;
 
@@ -121,6 +124,26 @@ TEST_F(Conveniences, GetSampleImageBodyRefusesNull)
     UINT64 size = 0;
     EXPECT_EQ(Call(GetSampleImageBody, nullptr, &buffer, &size), AC_RESULT_INVALID_PARAM);
     EXPECT_EQ(buffer, nullptr);
+}
+
+TEST_F(Conveniences, GetSampleImageBodyTakesNoMemoryForBytesThatAreNotThere)
+{
+    Document document;
+    document.With(Stack(1).Z(2));
+    for (CStoredTile& tile : document.Store(1).Tiles)
+        tile.Size = 1U << 30;
+    Open(std::move(document));
+    const auto read = [&]
+    {
+        BYTE* buffer = nullptr;
+        UINT64 size = 0;
+        const AC_Result result = Call(GetSampleImageBody, FirstArea(), &buffer, &size);
+        rusage usage{};
+        getrusage(RUSAGE_SELF, &usage);
+        constexpr long ModestKilobytes = 512 << 10;
+        return result == AC_RESULT_FAILURE && !buffer && usage.ru_maxrss < ModestKilobytes ? 0 : 1;
+    };
+    EXPECT_EQ(TestSupport::RunInChild(read), TestSupport::ExitedWith(0));
 }
 
 TEST_F(Conveniences, GetSampleImageBodyLeavesNothingBehindWhereNoImageIs)

@@ -147,6 +147,16 @@ TEST_F(DocumentCustomData, CroppedSizeLeavesTooSmallABufferAlone)
     EXPECT_THAT(buffer, testing::Each(7));
 }
 
+TEST_F(DocumentCustomData, RefuseANegativeNumberOfParameters)
+{
+    Open(TwoGroups());
+    const AC_PARAMS params{-1, nullptr};
+    UINT64 count = Untouched;
+    std::wstring key = L"SlideImage";
+    EXPECT_EQ(Call(_AC_GetCustomData, Doc(), key.data(), &params, nullptr, UINT64{0}, &count), AC_RESULT_INVALID_PARAM);
+    EXPECT_EQ(count, Untouched);
+}
+
 TEST_F(DocumentCustomData, CroppedSizeNeedsParameters)
 {
     Open(TwoGroups());
@@ -160,6 +170,7 @@ TEST_F(DocumentCustomData, CroppedSizeOfAGroupOrLevelThatIsNotThereFailsAnAssert
 {
     Open(TwoGroups());
     EXPECT_EQ(Ask(L"CroppedLevelImageSize", {{L"groupId", L"2"}}), AC_RESULT_FAILURE);
+    EXPECT_EQ(Ask(L"CroppedLevelImageSize", {{L"groupId", L"4294967296"}}), AC_RESULT_FAILURE); // not cut to 0
     EXPECT_EQ(Ask(L"CroppedLevelImageSize", {{L"groupId", L"-1"}}), AC_RESULT_FAILURE);
     EXPECT_EQ(Ask(L"CroppedLevelImageSize", {{L"groupId", L"0"}, {L"levelId", L"3"}}), AC_RESULT_FAILURE);
 }

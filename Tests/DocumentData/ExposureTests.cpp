@@ -116,7 +116,8 @@ TEST_F(Exposure, OfAnUnknownChannelIsRefused)
     Open(TwoChannels().Exposure(5));
     EXPECT_EQ(Of(L"2"), (CAnswer{AC_RESULT_INVALID_PARAM, 0, ""}));
     EXPECT_EQ(Of(L"-1"), (CAnswer{AC_RESULT_INVALID_PARAM, 0, ""}));
-    EXPECT_EQ(Of(L"B"), Text("5")); // no number is 0
+    EXPECT_EQ(Of(L"4294967296"), (CAnswer{AC_RESULT_INVALID_PARAM, 0, ""})); // not cut to 0
+    EXPECT_EQ(Of(L"B"), Text("5"));                                          // no number is 0
 }
 
 TEST_F(Exposure, NeedsTheChannel)

@@ -334,6 +334,35 @@ INSTANTIATE_TEST_SUITE_P(Directories, LargeDirectory,
                                          UnreadableRow{{"Both"}, Claiming(0xFFFFFFFF, 0xFFFFFFFF)}),
                          NameOfRow());
 
+class ClaimedSize : public Thumbnails, public testing::WithParamInterface<UnreadableRow>
+{
+};
+
+TEST_P(ClaimedSize, IsToldWhateverTheFileHolds)
+{
+    const CTiffDirectory& directory = GetParam().Directory;
+    Open(WithDirectory(directory));
+    EXPECT_EQ(Size(), AC_RESULT_SUCCESS);
+    EXPECT_GT(Count, 0U);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Directories, ClaimedSize,
+    testing::Values(UnreadableRow{{"AsWideAsCanBe"}, Claiming(65535, 1)},
+                    UnreadableRow{{"AsHighAsCanBe"}, Claiming(1, 65535)},
+                    UnreadableRow{{"MoreThanTheFile"}, Claiming(1000, 1000)},
+                    UnreadableRow{{"MuchMoreThanTheFile"}, Claiming(30000, 30000)},
+                    UnreadableRow{{"Jpeg2000"}, Claiming(4000, 4000).Compression(34712).Data({BytesOf("coded")})}),
+    NameOfRow());
+
+TEST_F(Thumbnails, OfAFirstDirectoryThatIsGoneAreNone)
+{
+    Open(Document().With(Stack(1).Size(64, 64).InDocument(16)).FirstDirectory(Drawing(), FirstDirectoryKind::Raw));
+    BodyOf(Tile(0, 1)); // the file stands on another directory now
+    std::filesystem::resize_file(Folder().Path() / "slide.zel", 100);
+    EXPECT_EQ(Size(), AC_RESULT_DATA_NOT_SUPPORTED);
+}
+
 struct CompressionRow : Row
 {
     uint16_t Code;

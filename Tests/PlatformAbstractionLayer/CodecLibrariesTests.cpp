@@ -202,7 +202,8 @@ TEST_F(CodecLibraries, OfOneNameDoNotPileUp)
 {
     AddLibrary(CODEC, "1DataCodec.dll");
     AddLibrary(CODEC, "1Plugin_forHDF5.dll");
-    EXPECT_TRUE(IsSupported(L"1"));
+    EXPECT_EQ(LogOfTheSearch(),
+              (std::vector<std::wstring>{L"Add data codec: 1", L"Add data codec: 1", L"Add data built-in LZ4 codec"}));
     EXPECT_TRUE(IsLoaded("1DataCodec.dll"));
     EXPECT_FALSE(IsLoaded("1Plugin_forHDF5.dll"));
 }

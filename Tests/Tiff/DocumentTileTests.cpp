@@ -85,6 +85,25 @@ TEST_F(DocumentDirectory, WhoseLastStripHasFewerRowsCannotBeCutBehindThem)
     EXPECT_EQ(ResultOfBody(Tile(0, 2), {0, 0, 8, 3}), AC_RESULT_FAILURE);
 }
 
+TEST_F(DocumentDirectory, ThatClaimsALargerStripThanTheFileTellsItAndFailsToReadIt)
+{
+    Open(DocumentOf(Stack(1).Size(8, 4).InDocument(4), [](auto& directory)
+                    { directory.Compression(CompressionJ2k).Set(TIFFTAG_STRIPBYTECOUNTS, TiffType::Long, {100000}); }));
+    UINT64 size = 0;
+    CMN_RECT whole{};
+    EXPECT_EQ(Call(_AC_GetImageBody, Tile(0, 0), &whole, nullptr, UINT64{0}, &size), AC_RESULT_SUCCESS);
+    EXPECT_EQ(size, 100000u);
+    EXPECT_EQ(ResultOfBody(Tile(0, 0)), AC_RESULT_FAILURE);
+}
+
+TEST_F(DocumentDirectory, WithoutTheHeightOfItsStripsHasOneStrip)
+{
+    const Stack stack = Stack(1).Size(8, 4).InDocument(4);
+    Open(DocumentOf(stack, [](auto& directory) { directory.Drop(TIFFTAG_ROWSPERSTRIP); }));
+    EXPECT_EQ(RectOf(Tile(0, 0)), (CMN_RECT{0, 0, 8, 4}));
+    EXPECT_EQ(BodyOf(Tile(0, 0)), stack.TileBytes(0, 0, 0));
+}
+
 // Tiles.
 
 TEST_F(DocumentDirectory, OfOneTileIsReadAsATile)

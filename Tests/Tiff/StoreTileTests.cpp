@@ -162,6 +162,12 @@ TEST_F(TiffStoreTile, OfTheLastStripIsItsOwnWhereOnlyAPartIsRead)
     EXPECT_EQ(BodyOf(Tile(0, 2), part), Cut(stack.TileBytes(0, 0, 2), 8, 1, part));
 }
 
+TEST_F(TiffStoreTile, OfLessThanAByteAPixelIsCutToo)
+{
+    Open(StoreOf(Stack(1).Size(256, 256), {CTiffDirectory(256, 256).Tiles(256, 256).Bits(1)}));
+    EXPECT_EQ(ResultOfBody(Tile(0, 0), {0, 0, 2, 2}), AC_RESULT_SUCCESS);
+}
+
 TEST_F(TiffStoreTile, OfAnEmptyStripFails)
 {
     CTiffDirectory directory(8, 4);

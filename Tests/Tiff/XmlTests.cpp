@@ -190,20 +190,19 @@ TEST_P(XmlBomb, IsRefusedWithinBounds)
 
 INSTANTIATE_TEST_SUITE_P(
     Classic, XmlBomb,
-    testing::Values(CBomb{"BillionLaughs", Laughs(L"ha")},
-                    CBomb{"BillionLaughsInAnAttribute",
-                          L"<!DOCTYPE a [<!ENTITY l0 \"ha\"><!ENTITY l1 \"&l0;&l0;\">]><a n='&l1;'/>"},
-                    CBomb{"QuadraticBlowUp", Quadratic()},
-                    CBomb{"EntityOfItself", L"<!DOCTYPE a [<!ENTITY l \"&l;\">]><a>&l;</a>"},
-                    CBomb{"ParameterEntities", L"<!DOCTYPE a [<!ENTITY % x \"<!ENTITY y 'z'>\"> %x; %x;]><a>&y;</a>"},
-                    CBomb{"ExternalEntity", L"<!DOCTYPE a [<!ENTITY l SYSTEM \"file:///etc/passwd\">]><a>&l;</a>"},
-                    CBomb{"ExternalParameterEntity",
-                          L"<!DOCTYPE a [<!ENTITY % l SYSTEM \"file:///etc/passwd\"> %l;]><a/>"},
-                    CBomb{"EndlessFile", L"<!DOCTYPE a [<!ENTITY l SYSTEM \"file:///dev/zero\">]><a>&l;</a>"},
-                    CBomb{"ExternalType", L"<!DOCTYPE a SYSTEM \"file:///dev/zero\"><a/>"},
-                    CBomb{"PublicType", L"<!DOCTYPE a PUBLIC \"-//x//y\" \"http://127.0.0.1:9/a.dtd\"><a/>"},
-                    CBomb{"EmptyType", L"<!DOCTYPE a><a/>"},
-                    CBomb{"DefaultAttributes", L"<!DOCTYPE a [<!ATTLIST a n CDATA \"x\">]><a/>"}),
+    testing::Values(
+        CBomb{"BillionLaughs", Laughs(L"ha")},
+        CBomb{"BillionLaughsInAnAttribute",
+              L"<!DOCTYPE a [<!ENTITY l0 \"ha\"><!ENTITY l1 \"&l0;&l0;\">]><a n='&l1;'/>"},
+        CBomb{"QuadraticBlowUp", Quadratic()}, CBomb{"EntityOfItself", L"<!DOCTYPE a [<!ENTITY l \"&l;\">]><a>&l;</a>"},
+        CBomb{"ParameterEntities", L"<!DOCTYPE a [<!ENTITY % x \"<!ENTITY y 'z'>\"> %x; %x;]><a>&y;</a>"},
+        CBomb{"ExternalEntity", L"<!DOCTYPE a [<!ENTITY l SYSTEM \"file:///etc/passwd\">]><a>&l;</a>"},
+        CBomb{"ExternalParameterEntity", L"<!DOCTYPE a [<!ENTITY % l SYSTEM \"file:///etc/passwd\"> %l;]><a/>"},
+        CBomb{"EndlessFile", L"<!DOCTYPE a [<!ENTITY l SYSTEM \"file:///dev/zero\">]><a>&l;</a>"},
+        CBomb{"ExternalType", L"<!DOCTYPE a SYSTEM \"file:///dev/zero\"><a/>"},
+        CBomb{"PublicType", L"<!DOCTYPE a PUBLIC \"-//x//y\" \"http://127.0.0.1:9/a.dtd\"><a/>"},
+        CBomb{"TagsThatNeverEnd", std::wstring(3000000, L'<') + L'>'}, CBomb{"EmptyType", L"<!DOCTYPE a><a/>"},
+        CBomb{"DefaultAttributes", L"<!DOCTYPE a [<!ATTLIST a n CDATA \"x\">]><a/>"}),
     NameOfBomb());
 
 TEST(Xml, WithADocumentTypeFailsByName)

@@ -32,15 +32,15 @@ const CBasicArray& ArrayOf(CZelDataField& child, size_t eleSize)
 {
     const CBasicArray* array = DataOfType(child, DWT_TYPE::DWT_BASEARRAY).Array();
     ZEL_ASSERT(array);
-    // A view of larger elements than were read would reach behind them.
-    ZEL_ASSERT(array->ElementSize() == eleSize || array->NumOfElements() == 0);
+    // A view of larger elements than were read would reach behind them; of smaller ones it sees the first bytes.
+    ZEL_ASSERT(array->ElementSize() >= eleSize || array->NumOfElements() == 0);
     return *array;
 }
 
-void AssertSameElements(const CBasicArray& left, const CBasicArray& right)
+void AssertSameElements(const CBasicArray& left, const CBasicArray& right, size_t eleSize)
 {
     ZEL_ASSERT(left.NumOfElements() == right.NumOfElements());
-    ZEL_ASSERT(left.NumOfElements() == 0 || std::memcmp(left.Ptr(), right.Ptr(), left.TotalSize()) == 0);
+    ZEL_ASSERT(left.NumOfElements() == 0 || std::memcmp(left.Ptr(), right.Ptr(), left.NumOfElements() * eleSize) == 0);
 }
 
 } // namespace
@@ -88,7 +88,7 @@ const CBasicArray* CFieldOfNode::Array(uint32_t tag, size_t eleSize) const
             continue;
         const CBasicArray& array = ArrayOf(*child, eleSize);
         if (found)
-            AssertSameElements(*found, array);
+            AssertSameElements(*found, array, eleSize);
         else
             found = &array;
     }

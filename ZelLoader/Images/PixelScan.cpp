@@ -51,24 +51,11 @@ uint64_t GreatestOf6Bytes(const unsigned char* bytes, size_t numOfPixels)
 CMaxPixelValueScan::CMaxPixelValueScan(uint32_t numOfBytesPerPixel, uint64_t maxPixelValue)
     : _numOfBytesPerPixel(numOfBytesPerPixel), _maxPixelValue(maxPixelValue)
 {
-    switch (numOfBytesPerPixel)
-    {
-    case 1:
-    case 2:
-    case 3:
-    case 4:
-    case 6:
-    case 8:
-        return;
-    default:
-        ZEL_LOG("Unexpected/unhandled numOfBytesPerPixel %u!", numOfBytesPerPixel);
-        CommonUtil::oldAbortCommonUtil();
-    }
 }
 
 void CMaxPixelValueScan::Add(const std::vector<unsigned char>& tile)
 {
-    const size_t numOfPixels = tile.size() / _numOfBytesPerPixel;
+    const size_t numOfPixels = _numOfBytesPerPixel == 0 ? 0 : tile.size() / _numOfBytesPerPixel;
     uint64_t greatest = 0;
     switch (_numOfBytesPerPixel)
     {
@@ -87,9 +74,12 @@ void CMaxPixelValueScan::Add(const std::vector<unsigned char>& tile)
     case 6:
         greatest = GreatestOf6Bytes(tile.data(), numOfPixels);
         break;
-    default:
+    case 8:
         greatest = Greatest<uint64_t>(tile.data(), numOfPixels);
         break;
+    default:
+        ZEL_LOG("Unexpected/unhandled numOfBytesPerPixel %u!", _numOfBytesPerPixel);
+        CommonUtil::oldAbortCommonUtil();
     }
     _maxPixelValue = std::max(_maxPixelValue, greatest);
 }

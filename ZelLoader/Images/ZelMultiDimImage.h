@@ -101,15 +101,11 @@ protected:
     bool ObjectiveLens_init(std::unique_ptr<CObjectiveLens>& varToInit) override;
 
 private:
-    struct CTileSize
-    {
-        uint32_t Width;
-        uint32_t Height;
-    };
-
     CZelMetaDataForMultiDimImgProps* PropsOrComplain();
-    const CTileSize& TileSizeInDocument();
-    const CTileSize& TileSizeInTiffStore(CKorFile& korFile, uint32_t directory);
+    uint32_t TileWidthInDocument();
+    uint32_t TileHeightInDocument();
+    uint32_t TileWidthInTiffStore(CKorFile& korFile, uint32_t directory);
+    uint32_t TileHeightInTiffStore(CKorFile& korFile, uint32_t directory);
     CZelMetaDataForimgDevPropSet* DevicePropSet(bool& arePropsMissing);
     template <typename Position>
     double StagePositionValue(Position position);
@@ -152,7 +148,8 @@ private:
     bool _IsKorFileMissing = false;
     bool _IsOmeTiffKorFile = false;
     std::unique_ptr<CKorTilesByFrame> _KorTilesByFrame;
-    std::map<uint32_t, CTileSize> _TileSizesByDirectory; ///< of a TIFF store, or of the document (under 0)
+    std::map<uint32_t, uint32_t> _TileWidthsByDirectory;  ///< of a TIFF store, or of the document (under 0)
+    std::map<uint32_t, uint32_t> _TileHeightsByDirectory; ///< likewise
     CZelMetaDataForImgFrames _ZelMetaDataForImgFrames;
     std::map<uint32_t, CFrame*> FramesIndexedByTiffIfdIdx;
 };

@@ -104,13 +104,13 @@ std::unique_ptr<CFrame> CZelMultiDimImage::Frame_init(const CFrameIdx& frameIdx)
     return frame;
 }
 
-/// Each frame of a store holds a tile at least, and each frame of the document has a node of its own.
+/// A frame has a node of its own, or shares one and holds a tile at least.
 uint64_t CZelMultiDimImage::MaxNumOfFrames()
 {
     if (!UsesKorFile())
         return _IsKorFileMissing ? std::numeric_limits<uint64_t>::max() : _MetaData.ImgFrames()->size();
     CKorFile* korFile = KorFile();
-    return korFile ? korFile->KorTiles().size() : 0;
+    return korFile ? korFile->KorTiles().size() + _MetaData.ImgFrames()->size() : 0;
 }
 
 CFrame* CZelMultiDimImage::NextFrameOnDisk(uint32_t idxOfTiffIfd)

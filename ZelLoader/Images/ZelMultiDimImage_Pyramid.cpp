@@ -56,6 +56,15 @@ uint32_t TileHeight(TIFF* tif, uint32_t (*stripHeight)(TIFF*))
     return height;
 }
 
+/// The size that was found for a directory, which is kept: finding it out moves the file to another directory and back,
+/// for each tile that is read.
+template <typename Find>
+uint32_t KeptFor(std::map<uint32_t, uint32_t>& sizes, uint32_t directory, Find find)
+{
+    const auto known = sizes.find(directory);
+    return known != sizes.end() ? known->second : sizes.emplace(directory, find()).first->second;
+}
+
 } // namespace
 
 bool CZelMultiDimImage::DeepZoomPyramidLevels_init(std::vector<std::unique_ptr<CDeepZoomPyramidLevel>>& varToInit)
@@ -99,13 +108,13 @@ bool CZelMultiDimImage::DeepZoomTilePixelWidth_init(uint32_t& varToInit, uint32_
     ZEL_ASSERT(varToInit == 0xFFFFFFFF);
     if (!UsesKorFile())
     {
-        varToInit = TileSizeInDocument().Width;
+        varToInit = TileWidthInDocument();
         return true;
     }
     CKorFile* korFile = KorFile();
     if (!korFile)
         return false;
-    varToInit = korFile->IsOmeType() ? TileSizeInTiffStore(*korFile, levelID).Width : korFile->TilePixelWidth();
+    varToInit = korFile->IsOmeType() ? TileWidthInTiffStore(*korFile, levelID) : korFile->TilePixelWidth();
     return true;
 }
 
@@ -114,37 +123,40 @@ bool CZelMultiDimImage::DeepZoomTilePixelHeight_init(uint32_t& varToInit, uint32
     ZEL_ASSERT(varToInit == 0xFFFFFFFF);
     if (!UsesKorFile())
     {
-        varToInit = TileSizeInDocument().Height;
+        varToInit = TileHeightInDocument();
         return true;
     }
     CKorFile* korFile = KorFile();
     if (!korFile)
         return false;
-    varToInit = korFile->IsOmeType() ? TileSizeInTiffStore(*korFile, levelID).Height : korFile->TilePixelHeight();
+    varToInit = korFile->IsOmeType() ? TileHeightInTiffStore(*korFile, levelID) : korFile->TilePixelHeight();
     return true;
 }
 
-/// Kept once it is known: finding it out moves the file to another directory and back, for each tile that is read.
-const CZelMultiDimImage::CTileSize& CZelMultiDimImage::TileSizeInDocument()
+uint32_t CZelMultiDimImage::TileWidthInDocument()
 {
     if (_IsKorFileMissing)
         ThrowWithErrno(EREMOTE, KorFileIsMissing);
-    const auto known = _TileSizesByDirectory.find(0);
-    if (known != _TileSizesByDirectory.end())
-        return known->second;
-    TIFF* tif = TiffFilePtrSetToIfdOf1stFrame();
-    const CTileSize size{TileWidth(tif), TileHeight(tif, StripHeightInDocument)};
-    return _TileSizesByDirectory.emplace(0, size).first->second;
+    return KeptFor(_TileWidthsByDirectory, 0, [&] { return TileWidth(TiffFilePtrSetToIfdOf1stFrame()); });
 }
 
-const CZelMultiDimImage::CTileSize& CZelMultiDimImage::TileSizeInTiffStore(CKorFile& korFile, uint32_t directory)
+uint32_t CZelMultiDimImage::TileHeightInDocument()
 {
-    const auto known = _TileSizesByDirectory.find(directory);
-    if (known != _TileSizesByDirectory.end())
-        return known->second;
-    TIFF* tif = korFile.TiffFilePtrSetTo(directory);
-    const CTileSize size{TileWidth(tif), TileHeight(tif, StripHeightInStore)};
-    return _TileSizesByDirectory.emplace(directory, size).first->second;
+    if (_IsKorFileMissing)
+        ThrowWithErrno(EREMOTE, KorFileIsMissing);
+    return KeptFor(_TileHeightsByDirectory, 0,
+                   [&] { return TileHeight(TiffFilePtrSetToIfdOf1stFrame(), StripHeightInDocument); });
+}
+
+uint32_t CZelMultiDimImage::TileWidthInTiffStore(CKorFile& korFile, uint32_t directory)
+{
+    return KeptFor(_TileWidthsByDirectory, directory, [&] { return TileWidth(korFile.TiffFilePtrSetTo(directory)); });
+}
+
+uint32_t CZelMultiDimImage::TileHeightInTiffStore(CKorFile& korFile, uint32_t directory)
+{
+    return KeptFor(_TileHeightsByDirectory, directory,
+                   [&] { return TileHeight(korFile.TiffFilePtrSetTo(directory), StripHeightInStore); });
 }
 
 TIFF* CZelMultiDimImage::TiffFilePtrSetToIfdOf1stFrame()

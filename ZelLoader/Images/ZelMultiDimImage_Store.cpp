@@ -142,7 +142,7 @@ const CKorTilesByFrame& CZelMultiDimImage::KorTilesByFrame()
     {
         CKorFile* korFile = KorFile();
         ZEL_ASSERT(korFile);
-        _KorTilesByFrame = std::make_unique<CKorTilesByFrame>(korFile->KorTiles(), Dimensions());
+        _KorTilesByFrame = std::make_unique<CKorTilesByFrame>(korFile->KorTiles(), Dimensions(), MaxNumOfFrames());
     }
     return *_KorTilesByFrame;
 }

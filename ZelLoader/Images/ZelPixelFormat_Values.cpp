@@ -3,6 +3,7 @@
 #include "CommonUtil/Log.h"
 #include "CommonUtil/Numbers.h"
 #include "ZelLoader/Images/PixelScan.h"
+#include "ZelLoader/Images/ZelFrame.h"
 #include "ZelLoader/Images/ZelPixelFormat.h"
 #include "ZelLoader/Store/KorFile.h"
 #include "ZelLoader/Store/ZelDeepZoomTile.h"
@@ -23,14 +24,14 @@ class CScannedBytes
 {
 public:
     explicit CScannedBytes(CZelMultiDimImage& image)
-        : _isBinaryStore(image.UsesKorFile() && !image.OpenedKorFile().IsOmeType()),
+        : _image(image),
           _sizeOfFile(image.UsesKorFile() ? image.OpenedKorFile().FileSize() : image.ParentZelImgDoc().FileSize())
     {
     }
 
     bool AreNew(CDeepZoomTile& tile, uint32_t size)
     {
-        if (_isBinaryStore && !_blocks.emplace(static_cast<CZelDeepZoomTile&>(tile).BlockOffset(), size).second)
+        if (!_places.insert(PlaceOf(tile, size)).second)
             return false;
         _numOfBytes += size;
         // A little more than the file: the last strip of a TIFF store is served by the one before it.
@@ -39,10 +40,30 @@ public:
     }
 
 private:
-    bool _isBinaryStore;
-    uint64_t _sizeOfFile;
+    using CPlace = std::pair<uint64_t, uint64_t>;
+
+    /// What is the same for tiles that share their bytes: where these lie in a binary store; else the directory, and
+    /// which of its tiles or strips it is.
+    CPlace PlaceOf(CDeepZoomTile& tile, uint32_t size) const
+    {
+        const uint64_t tileOfDirectory =
+            uint64_t{static_cast<uint32_t>(tile.RowIdx())} << 32 | static_cast<uint32_t>(tile.ColIdx());
+        if (!_image.UsesKorFile())
+        {
+            CZelMetaDataForFrameTiffIfd* ifd = static_cast<CZelFrame&>(tile.ParentFrame()).MetaData().FrameTiffIfd();
+            ZEL_ASSERT(ifd);
+            return {ifd->IdxOfTiffIfd(), tileOfDirectory};
+        }
+        const auto& tileOfStore = static_cast<CZelDeepZoomTile&>(tile);
+        if (_image.OpenedKorFile().IsOmeType())
+            return {_image.OpenedKorFile().TiffIfdOf(tileOfStore.TileNumber()), tileOfDirectory};
+        return {tileOfStore.BlockOffset(), size};
+    }
+
+    CZelMultiDimImage& _image;
+    const uint64_t _sizeOfFile;
     uint64_t _numOfBytes = 0;
-    std::set<std::pair<uint64_t, uint32_t>> _blocks;
+    std::set<CPlace> _places;
 };
 
 } // namespace

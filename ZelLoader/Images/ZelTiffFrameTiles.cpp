@@ -74,27 +74,35 @@ uint32_t NumOfSteps(uint32_t size, uint32_t step)
     return size / step + (size % step != 0 ? 1 : 0);
 }
 
+/// A tile or strip takes some bytes of its directory at least: a small file cannot claim a million of them.
+void AssertThatFileHolds(uint64_t numOfTiles, CZelFrame& frame)
+{
+    CZelMultiDimImage& image = frame.ParentZelImage();
+    ZEL_ASSERT(numOfTiles <= image.ParentZelImgDoc().FileSize() / image.MetaData().ImgFrames()->size());
+}
+
 } // namespace
 
 std::unique_ptr<CDeepZoomTiles> MakeZelTiffFrameTiles(CZelFrame& frame)
 {
-    // Before the file is set to the frame's directory: finding these out moves it.
-    const uint32_t tileWidthOfImage = frame.ParentMultiDimImg().DeepZoomTilePixelWidth(0);
-    const uint32_t tileHeightOfImage = frame.ParentMultiDimImg().DeepZoomTilePixelHeight(0);
     TIFF* tif = frame.TiffFilePtr();
     const auto width = CIA::TIFFGetField<uint32_t>(tif, TIFFTAG_IMAGEWIDTH);
     const auto height = CIA::TIFFGetField<uint32_t>(tif, TIFFTAG_IMAGELENGTH);
     if (!TIFFIsTiled(tif))
-        return std::make_unique<CZelTiffFrameTiles>(frame, 1, TIFFNumberOfStrips(tif), 1, 1);
+    {
+        const uint32_t numOfStrips = TIFFNumberOfStrips(tif);
+        AssertThatFileHolds(numOfStrips, frame);
+        return std::make_unique<CZelTiffFrameTiles>(frame, 1, numOfStrips, 1, 1);
+    }
     const auto tileWidth = CIA::TIFFGetField<uint32_t>(tif, TIFFTAG_TILEWIDTH);
     const auto tileHeight = CIA::TIFFGetField<uint32_t>(tif, TIFFTAG_TILELENGTH);
-    ZEL_ASSERT(tileWidth == tileWidthOfImage && tileHeight == tileHeightOfImage);
+    // From here on the file may stand on another directory.
+    CMultiDimImage& image = frame.ParentMultiDimImg();
+    ZEL_ASSERT(tileWidth == image.DeepZoomTilePixelWidth(0) && tileHeight == image.DeepZoomTilePixelHeight(0));
     ZEL_ASSERT(tileWidth != 0 && tileHeight != 0);
     auto tiles = std::make_unique<CZelTiffFrameTiles>(frame, NumOfSteps(width, tileWidth),
                                                       NumOfSteps(height, tileHeight), tileWidth, tileHeight);
-    // A tile takes some bytes of its directory at least: a small file cannot claim a million of them.
-    CZelMultiDimImage& image = frame.ParentZelImage();
-    ZEL_ASSERT(tiles->Size() <= image.ParentZelImgDoc().FileSize() / image.MetaData().ImgFrames()->size());
+    AssertThatFileHolds(tiles->Size(), frame);
     return tiles;
 }
 

@@ -161,7 +161,8 @@ bool CKorFrameTiles::ForEachOfLevel(uint32_t level, const std::function<bool(CDe
 
 } // namespace
 
-CKorTilesByFrame::CKorTilesByFrame(const std::vector<CKorTile>& korTiles, const CDimensions& dimensions)
+CKorTilesByFrame::CKorTilesByFrame(const std::vector<CKorTile>& korTiles, const CDimensions& dimensions,
+                                   uint64_t maxNumOfFrames)
     : _KorTiles(korTiles), _TileNumbers(korTiles.size())
 {
     uint64_t numOfFrames = 1;
@@ -171,7 +172,7 @@ CKorTilesByFrame::CKorTilesByFrame(const std::vector<CKorTile>& korTiles, const 
             continue;
         _Strides.SetSubIdx(type, static_cast<uint32_t>(numOfFrames));
         numOfFrames *= dimension->NumOfPoints();
-        ZEL_ASSERT(numOfFrames <= korTiles.size()); // a frame without a tile cannot be served
+        ZEL_ASSERT(numOfFrames <= maxNumOfFrames); // also before the next product
     }
     _FirstOfFrame.assign(numOfFrames + 1, 0);
     for (const CKorTile& tile : korTiles)

@@ -17,7 +17,7 @@ class CKorTilesByFrame
 {
 public:
     /// `korTiles` must outlive this.
-    CKorTilesByFrame(const std::vector<CKorTile>& korTiles, const CDimensions& dimensions);
+    CKorTilesByFrame(const std::vector<CKorTile>& korTiles, const CDimensions& dimensions, uint64_t maxNumOfFrames);
 
     /// The numbers of a frame's records, by level, then row, then column. Of records for one position the first in the
     /// file is the one that counts.

@@ -11,6 +11,8 @@ namespace Zel
 namespace
 {
 
+constexpr uint64_t LeastSizeOfTileInDirectory = 4; ///< two numbers of 16 bits
+
 /// The number at the start of a text, 0 where there is none.
 int32_t NumberOf(const std::wstring& text)
 {
@@ -114,11 +116,12 @@ void CTiffStoreReader::AddTilesOfDirectory(uint32_t directory, uint32_t imageNum
                       imageNumber);
 }
 
-/// A strip or tile takes some bytes of its directory at least, however little it holds.
+/// A strip or tile takes some bytes of its directory at least, for its offset and its size, however little it holds.
 void CTiffStoreReader::AssertRecordsFit(uint64_t numOfTiles) const
 {
     const uint64_t numOfPlanes = _Planes.size() / _SamplesPerPixel + 1;
-    ZEL_ASSERT(_KorTiles->size() <= _FileSize && numOfTiles <= (_FileSize - _KorTiles->size()) / numOfPlanes);
+    const uint64_t mostRecords = _FileSize / LeastSizeOfTileInDirectory;
+    ZEL_ASSERT(_KorTiles->size() <= mostRecords && numOfTiles <= (mostRecords - _KorTiles->size()) / numOfPlanes);
 }
 
 void CTiffStoreReader::AddPlanes(uint32_t directory, int32_t col, int32_t row, uint32_t imageNumber)

@@ -10,6 +10,13 @@
 namespace Zel
 {
 
+namespace
+{
+
+constexpr uint64_t NumOfBitsOfAByte = 8;
+
+} // namespace
+
 TIFF* CZelDeepZoomTile::TiffFilePtr()
 {
     return KorFile().TiffFilePtrSetTo(KorFile().TiffIfdOf(_TileNumber));
@@ -51,7 +58,7 @@ void CZelDeepZoomTile::ReadWholeTiffStrip(CByteArray& buf, TIFF* tif)
     if (strip != 0 && strip + 1 == TIFFNumberOfStrips(tif))
         --strip; // the last strip is served by the one before it: hosts rely on it
     const tmsize_t size = TIFFRawStripSize(tif, strip);
-    ZEL_ASSERT(size > 0 && static_cast<uint64_t>(size) <= KorFile().FileSize());
+    ZEL_ASSERT(size > 0);
     if (!buf.Arr || static_cast<uint64_t>(size) > buf.Size)
     {
         buf.Size = ToUint32WithCheck(static_cast<uint64_t>(size));
@@ -67,12 +74,13 @@ void CZelDeepZoomTile::ReadPartOfTiffTile(CByteArray& buf, const CPixelRect& r)
     ZEL_ASSERT(b != 0);
     const uint64_t width = PixelWidth();
     const uint64_t height = PixelHeight();
-    buf.Size = ToUint32WithCheck(r.Width() * b * r.Height());
+    buf.Size = SizeOfRect(r, b);
     if (!buf.Arr || buf.Size > sizeOffered)
         return;
-    const uint64_t sizeOfFile = KorFile().FileSize();
-    ZEL_ASSERT(width <= sizeOfFile && height <= sizeOfFile / (width * b)); // raw pixels: the file holds them all
-    std::vector<unsigned char> scratch(width * height * b);
+    const uint64_t sizeOfPixels = MultiplyWithCheck(MultiplyWithCheck(width, height), b);
+    // Raw pixels, which the file holds all, eight of them in a byte at most.
+    ZEL_ASSERT(sizeOfPixels / NumOfBitsOfAByte <= KorFile().FileSize());
+    std::vector<unsigned char> scratch(sizeOfPixels);
     const auto sizeOfScratch = static_cast<tmsize_t>(scratch.size());
     const uint32_t tileNumber = NumberOfTiffTile();
     TIFF* tif = TiffFilePtr();

@@ -19,6 +19,26 @@ constexpr uint64_t LeastSizeOfMeasObj = 4 + 2 + 4 + 20;
 
 } // namespace
 
+/// Gives back what an object took of the budget that could not be read in the end: it may be asked for again and again.
+class CZelTagTreeReader::CBudgetOfObject
+{
+public:
+    explicit CBudgetOfObject(CTreeBudget& budget) : _budget(budget), _before(budget) {}
+    CBudgetOfObject(const CBudgetOfObject&) = delete;
+    CBudgetOfObject& operator=(const CBudgetOfObject&) = delete;
+    ~CBudgetOfObject()
+    {
+        if (!_isSpent)
+            _budget = _before;
+    }
+    void Spend() { _isSpent = true; }
+
+private:
+    CTreeBudget& _budget;
+    const CTreeBudget _before;
+    bool _isSpent = false;
+};
+
 bool CZelTagTreeReader::ReadBlobHeader(uint32_t& sizeOfBlob, uint32_t& blobId, uint32_t& blobVersion)
 {
     blobId = _Document.ReadUInt32();
@@ -65,6 +85,7 @@ bool CZelTagTreeReader::ReadMeasureBlobWithZelTags(CZelDataFieldForBlobWithZelTa
 
 bool CZelTagTreeReader::ReadMeasObj(CZelDataFieldForBlobWithZelTags& blobWithTags)
 {
+    CBudgetOfObject budget(_Budget);
     SkipXml();
     _Document.ReadUInt16();
     _Document.ReadUInt16();
@@ -72,6 +93,7 @@ bool CZelTagTreeReader::ReadMeasObj(CZelDataFieldForBlobWithZelTags& blobWithTag
     if (!rootNode)
         return false;
     blobWithTags.AddMeasObj(std::move(rootNode));
+    budget.Spend();
     return true;
 }
 

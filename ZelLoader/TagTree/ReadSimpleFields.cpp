@@ -145,8 +145,8 @@ std::unique_ptr<CBasicArray> CZelTagTreeReader::ReadDataArray(uint32_t eleSize, 
     ZEL_ASSERT(eleSize != 0);
     ZEL_ASSERT(arrSizeInBytes <= NumOfBytesLeft());
     // Values that stand once fit the file; fields that claim the same bytes over and over would fill the memory.
-    ZEL_ASSERT(arrSizeInBytes <= _Document.FileSize() - _NumOfArrayBytesRead);
-    _NumOfArrayBytesRead += arrSizeInBytes;
+    ZEL_ASSERT(arrSizeInBytes <= _Document.FileSize() - _Budget.NumOfArrayBytesRead);
+    _Budget.NumOfArrayBytesRead += arrSizeInBytes;
     if (_Document.IsFileBigEndian() != IsBigEndian())
     {
         ZEL_LOG("TO_DO - handle endianness issue here by reversing the order of bytes for each element based on "

@@ -164,8 +164,8 @@ bool CZelTagTreeReader::ReadZelDataField(uint64_t& zelDataFieldOffset, CZelDataF
 CZelTagTreeReader::CFieldHeader CZelTagTreeReader::ReadFieldHeader(uint64_t offset, CZelDataFieldForVolume& vol)
 {
     // A tree of which every field stands once fits the file; one with more goes in circles.
-    ZEL_ASSERT(_NumOfFieldHeadersRead < _Document.FileSize() / LeastSizeOfField);
-    ++_NumOfFieldHeadersRead;
+    ZEL_ASSERT(_Budget.NumOfFieldHeadersRead < _Document.FileSize() / LeastSizeOfField);
+    ++_Budget.NumOfFieldHeadersRead;
 
     CFieldHeader header;
     _Document.Seek(offset, BfrSeekDirection::BEGIN);
@@ -227,7 +227,7 @@ CZelTagTreeReader::FinishReadingZelDataFieldForExtendedTypes(uint32_t tag, int32
         return std::make_unique<CZelDataFieldForTiffIfd>(tag, secondTag, _OffsetOfFirstIfd, _IfdOffsets);
     case ExtendedFieldTypeOfVectorGraphics:
         ZEL_LOG("Not creating any extended ZEL Data Field for Vector Graphics Data (field type 11) as we understand "
-                "that \"ZEL Layer Vector graphics'feature is incomplete. Please skip these layers for now.");
+                "that \"ZEL Layer Vector graphics'feature is incomplete. Please skip these layers for now.\"");
         return nullptr;
     default:
         ZEL_LOG("Unexpected extended fieldType %d", fieldType);

@@ -92,6 +92,13 @@ public:
 
 private:
     struct CFieldHeader;
+    /// What was read of all trees of the document, which the size of the file limits.
+    struct CTreeBudget
+    {
+        uint64_t NumOfFieldHeadersRead = 0;
+        uint64_t NumOfArrayBytesRead = 0;
+    };
+    class CBudgetOfObject;
 
     CFieldHeader ReadFieldHeader(uint64_t offset, CZelDataFieldForVolume& vol);
     bool FinishReadingValue(const CFieldHeader& header, std::unique_ptr<CZelDataField>& node);
@@ -109,8 +116,7 @@ private:
     bool _StrictMode;
     uint32_t _OffsetOfFirstIfd = 0;
     uint32_t _DepthOfVolumes = 0;
-    uint64_t _NumOfFieldHeadersRead = 0;
-    uint64_t _NumOfArrayBytesRead = 0;
+    CTreeBudget _Budget;
     std::vector<uint32_t> _DbgTagPath;
     std::vector<uint32_t> _DbgTagPathWithIndex;
 };

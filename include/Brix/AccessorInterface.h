@@ -38,11 +38,13 @@
 #ifdef __cplusplus
 #define AC_STATIC_ASSERT(condition, name) static_assert(condition, #name)
 #define AC_ENUM_OF_32_BITS : int32_t
+#define AC_DEFAULT(value) = value
 extern "C"
 {
 #else
 #define AC_STATIC_ASSERT(condition, name) typedef char name[(condition) ? 1 : -1]
 #define AC_ENUM_OF_32_BITS
+#define AC_DEFAULT(value)
 #endif
 
 #ifdef __GNUC__
@@ -185,7 +187,7 @@ extern "C"
     /** The parameters of a request. */
     typedef struct tagAC_PARAM
     {
-        INT32 nSize; /**< elements at pElements; 0: none */
+        INT32 nSize AC_DEFAULT(0); /**< elements at pElements; 0, as in C++ from the start: none */
         AC_PARAM_ELEMENT* pElements;
     } AC_PARAM;
     typedef AC_PARAM AC_PARAMS;
@@ -379,7 +381,7 @@ extern "C"
      *
      * pRect: what to read, in pixels of the image; all four fields 0 for the whole image.
      * buffer, bufferSize: where to; NULL and 0, or a size that is too small, only ask for the size, and nothing is
-     * read. sizeFilledOrNeeded: gets the number of bytes; 0 after a failure while reading.
+     * read. sizeFilledOrNeeded: gets the number of bytes. After a failure while reading it is 0 or what it was.
      *
      * AC_RESULT_INVALID_PARAM: a NULL argument, a rectangle not within the image, or a part of a compressed image.
      * AC_RESULT_FAILURE: a rectangle or buffer of more than 32 bits, or bytes that cannot be read from the store.
@@ -501,8 +503,8 @@ extern "C"
                                      const AC_PARAM* params, BYTE* pBuffer, UINT64 nBufferSize, UINT64* pnSize);
 
     /** The thumbnail as a BMP file in memory: call with NULL to learn its size in bytes. Here too small a buffer is an
-        error, AC_RESULT_INVALID_PARAM. AC_RESULT_PROPERTY_NOT_FOUND: there is none. AC_RESULT_DATA_NOT_SUPPORTED: it is
-        stored in a form that is not read. */
+        error, AC_RESULT_INVALID_PARAM. AC_RESULT_DATA_NOT_SUPPORTED: there is none, or it is stored in a form that is
+        not read. */
     AC_Result _AC_GetThumbnailData(AC_HIMG_DOC hImgDoc, BYTE* buffer, UINT bufferSize, UINT* numOfEles);
 
     /* ---- The files of a document, by name ---- */
@@ -515,8 +517,8 @@ extern "C"
      * The name of one file of a document: number 0 is the document itself, by the name given.
      *
      * With pszUnitFileName NULL, *pnUnitFileNameSize gets the needed size in bytes, terminator included; otherwise it
-     * tells the room at pszUnitFileName in bytes. AC_RESULT_INVALID_PARAM: a NULL argument, a number beyond the last
-     * file.
+     * tells the room at pszUnitFileName in bytes; too little room gives an empty text. AC_RESULT_INVALID_PARAM: a NULL
+     * argument, a number beyond the last file, a document name without a dot.
      */
     AC_Result _AC_GetFileName(const wchar_t* pszFileName, UINT nUnitNumber, wchar_t* pszUnitFileName,
                               UINT* pnUnitFileNameSize);

@@ -1,5 +1,6 @@
 // How many bits of the pixels of a channel are used: as the display limits say, or as the pixels themselves do.
 
+#include "SampleDocuments/Tags.h"
 #include "Tests/ZelLoader/Images/ZelSlide.h"
 
 using namespace SlideOfTest;
@@ -227,6 +228,23 @@ TEST_F(UsedBits, OfOtherThanUnsignedNumbersAreAllOfThem)
                     Contains("TODO: Implement minPixelValue and maxPixelValue calculation for component format that is "
                              "other than ''uint of any size'!"));
     }
+}
+
+TEST_F(UsedBits, AreScannedOnceInADirectoryThatFramesShare)
+{
+    Document document;
+    document.With(Stack(1).Size(64, 64).Z(40).InDocument(64).WithoutDisplayLimits());
+    for (size_t frame = 0; frame < 40; ++frame)
+        document.Frame(1, frame).Drop(Tag::FrameDirectory).Add(TiffIfd(Tag::FrameDirectory, 1));
+    auto& directories = document.File().Directories;
+    directories.erase(directories.begin() + 2, directories.end()); // but the overview and the one that all share
+    EXPECT_LE(FormatOf(std::move(document)).MaxNumOfUsedBits(), 8u);
+}
+
+TEST_F(UsedBits, AreKnownOfAChannelThatHasAllItsTilesThoughAnotherHasNot)
+{
+    const auto isMissing = [](const CTilePlace& place) { return place.At.C == 1 && place.At.Z == 1; };
+    EXPECT_EQ(UsedBitsOf(WithFirstBytes(ComponentType::Uint8, 1, {9}).Z(2).Channels(2).Missing(isMissing)), 4u);
 }
 
 TEST_F(UsedBits, AreNotKnownWhereATileCannotBeRead)

@@ -254,6 +254,14 @@ TEST(MeasurementBlob, WithABadTreeKeepsTheObjectsBefore)
     EXPECT_EQ(tree.Measurements().MeasObjMetaDatas().size(), 1u);
 }
 
+TEST(MeasurementBlob, ThatCannotBeReadUsesNothingUpHoweverOftenItIsAsked)
+{
+    const CNode badTree = Volume(0, {Field(5, 15, BytesOf("abcd"))});
+    CTreeWithMeasurements tree({CMeasObj{badTree}}, Mode::Strict);
+    for (int i = 0; i < 1000; ++i)
+        EXPECT_FALSE(tree.Fetch()); // and is no failed assertion for want of budget
+}
+
 TEST(MeasurementBlob, OfMoreObjectsThanTheFileHoldsFailsAtOnce)
 {
     CTreeWithMeasurements tree(CMeasurements{.Objects = {CMeasObj{}}, .Count = 0xFFFFFFFF});

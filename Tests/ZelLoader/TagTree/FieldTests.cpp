@@ -16,7 +16,7 @@ constexpr auto AllowanceForBlobs = "However making an allowance for 2024 tag as 
 constexpr auto CouldNotRead = "could not read value of the ZEL Data Field!";
 constexpr auto VectorGraphicsAreSkipped =
     "Not creating any extended ZEL Data Field for Vector Graphics Data (field type 11) as we understand that \"ZEL "
-    "Layer Vector graphics'feature is incomplete. Please skip these layers for now.";
+    "Layer Vector graphics'feature is incomplete. Please skip these layers for now.\"";
 
 constexpr uint32_t BehindTheFile = 0x7FFFFFFF;
 constexpr uint32_t UnknownCode = 15;
