@@ -6,6 +6,7 @@
 #include <cerrno>
 #include <cstdio>
 #include <cstdlib>
+#include <exception>
 #include <memory>
 #include <stdexcept>
 #include <unistd.h>
@@ -33,6 +34,9 @@ int RunInput(void (*body)(CInput input), const uint8_t* data, size_t size)
     {
     }
     catch (const CEndByDesign&)
+    {
+    }
+    catch (const std::exception&)
     {
     }
     return 0;

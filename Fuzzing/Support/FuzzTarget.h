@@ -22,8 +22,8 @@ bool HasEndedByDesign();
 /// Ends the process, which makes the input a finding, when a property does not hold.
 void Require(bool property, const char* text);
 
-/// Runs one input: what the code under test throws as a failed assertion or as the end by design stops here. Always 0,
-/// as libFuzzer wants it.
+/// Runs one input: what the code under test throws, as a failed assertion or any other exception that the boundary of
+/// the interface turns into a result, and the end by design stop here. Always 0, as libFuzzer wants it.
 int RunInput(void (*body)(CInput input), const uint8_t* data, size_t size);
 
 /// A folder of this process for the files that a target needs, removed at its end. Where TMPDIR says, else in /tmp.

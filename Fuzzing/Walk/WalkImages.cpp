@@ -66,19 +66,23 @@ void WalkNextImages(CAnswers& answers, AC_HAREA area)
     }
 }
 
+void WalkPosition(CAnswers& answers, AC_HAREA area, const wchar_t* channel, int64_t position, int numOfAxes)
+{
+    std::array<AC_AXIS_INFO, 3> axes = {{{AC_AT_Z, position}, {AC_AT_TIME, position}, {AC_AT_LAMBDA, 0}}};
+    AC_HIMAGE image = nullptr;
+    if (answers.Succeeds("image", _AC_GetImage, area, channel, axes.data(), numOfAxes, &image) && image)
+        WalkImage(answers, image);
+}
+
 void WalkPositions(CAnswers& answers, AC_HAREA area)
 {
-    for (const wchar_t* channel : {L"0", L"1", L"99"})
-        for (const int64_t position : {0, 1, 1000000})
-        {
-            std::array<AC_AXIS_INFO, 3> axes = {{{AC_AT_Z, position}, {AC_AT_TIME, position}, {AC_AT_LAMBDA, 0}}};
-            for (const int numOfAxes : {0, 1, 3})
-            {
-                AC_HIMAGE image = nullptr;
-                if (answers.Succeeds("image", _AC_GetImage, area, channel, axes.data(), numOfAxes, &image) && image)
-                    WalkImage(answers, image);
-            }
-        }
+    for (const wchar_t* channel : {L"99", L"0", L"1"})
+        for (const int numOfAxes : {0, 1, 2, 3}) // it depends on the group which of them name an image
+            WalkPosition(answers, area, channel, 0, numOfAxes);
+    WalkPosition(answers, area, L"0", 1000000, 3);
+    WalkPosition(answers, area, L"0", -1, 3);
+    WalkPosition(answers, area, L"0", 1, 3);
+    WalkPosition(answers, area, L"0", 1, 1);
 }
 
 void WalkImagesByConveniences(CAnswers& answers, AC_HAREA area)
