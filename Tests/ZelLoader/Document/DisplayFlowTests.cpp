@@ -89,6 +89,8 @@ INSTANTIATE_TEST_SUITE_P(
     testing::Values(
         FlowRow{{"NoLayers"}, {}}, FlowRow{{"StackThatIsNotShown"}, {Layer(0, {Shows(1)})}},
         FlowRow{{"StackThatIsShownTwice"}, {Layer(0, {Shows(1)}), Layer(1, {Shows(2)}), Layer(2, {Shows(2)})}},
+        FlowRow{{"HiddenStackThatIsShownTwice"},
+                {Layer(0, {Shows(1, true)}), Layer(1, {Shows(1, true)}), Layer(2, {Shows(2)})}},
         FlowRow{{"StackThatIsNotThere"}, {Layer(0, {Shows(1)}), Layer(1, {Shows(2)}), Layer(2, {Shows(3)})}},
         FlowRow{{"NumberLeftOut"}, {Layer(0, {Shows(1)}), Layer(2, {Shows(2)})}},
         FlowRow{{"NumberTwice"}, {Layer(0, {Shows(1)}), Layer(0, {Shows(2)})}},
