@@ -226,6 +226,17 @@ TEST_F(CoordinatesOfFrames, ThatAreAbsentLeaveAStepAlone)
     EXPECT_EQ(DimensionOf(image, DimZ).FirstPoint(), 5);
 }
 
+TEST_F(CoordinatesOfFrames, ThatAreAbsentAreNotCountedIntoAStepWhoseStartLooksLikeNone)
+{
+    // This start is the number that stands for a missing one.
+    auto& image = ReadImage(Small().Z(3, 4294967295.0, 1.5, "10^-6m^1").FramePropertiesAlways());
+    EXPECT_THAT(MessagesOf([&] { image.Dimensions(); }), ElementsAre("Warning dimMetaData.Points should be empty"));
+    CIA::CDimension& z = DimensionOf(image, DimZ);
+    EXPECT_THAT(z.Points(), IsEmpty());
+    EXPECT_EQ(z.FirstPoint(), 4294967295.0);
+    EXPECT_EQ(z.GapBetweenPoints(), 1.5);
+}
+
 TEST_F(CoordinatesOfFrames, ThatOnlySomeFramesHaveAreMixedWithTheCount)
 {
     Document document;

@@ -220,6 +220,89 @@ TEST_F(FrameTable, NeedsATilePerLevelInEachFrame)
     EXPECT_EQ(Call(_AC_GetArea, Group(), 0, UINT64{0}, &area), AC_RESULT_FAILURE);
 }
 
+/// A matrix of one tile, whatever the store holds: the levels of a store are always as large as their tiles.
+class LevelOfOneTile : public CIA::CDeepZoomPyramidLevel
+{
+public:
+    using CDeepZoomPyramidLevel::CDeepZoomPyramidLevel;
+    uint16_t getTiffIfd() override { return 0; }
+
+protected:
+    bool NumOfCols_init(uint32_t& varToInit) override
+    {
+        varToInit = 1;
+        return true;
+    }
+    bool NumOfRows_init(uint32_t& varToInit) override
+    {
+        varToInit = 1;
+        return true;
+    }
+    bool DeepZoomTilesAreTogetherOnDisk() override { return true; }
+};
+
+class ImageOfOneTile : public Zel::CZelMultiDimImage
+{
+public:
+    using CZelMultiDimImage::CZelMultiDimImage;
+
+protected:
+    bool DeepZoomPyramidLevels_init(std::vector<std::unique_ptr<CIA::CDeepZoomPyramidLevel>>& varToInit) override
+    {
+        varToInit.push_back(std::make_unique<LevelOfOneTile>(0, *this));
+        return true;
+    }
+};
+
+/// A frame that counts how often its tiles were listed.
+class CountingFrame : public Zel::CZelFrame
+{
+public:
+    explicit CountingFrame(Zel::CZelMultiDimImage& image)
+        : CZelFrame(image, CFrameIdx(), *image.MetaData().ImgFrames()->front())
+    {
+    }
+    int NumOfTries = 0;
+
+protected:
+    std::unique_ptr<CIA::CDeepZoomTiles> DeepZoomTiles_init() override
+    {
+        ++NumOfTries;
+        return CZelFrame::DeepZoomTiles_init();
+    }
+};
+
+struct GridRow : Row
+{
+    uint32_t Width;
+    uint32_t Height;
+    uint64_t NumOfTiles;
+    int NumOfTries; ///< of four calls
+};
+
+class FrameInAMatrixOfOneTile : public FrameTable, public testing::WithParamInterface<GridRow>
+{
+};
+
+TEST_P(FrameInAMatrixOfOneTile, HasNoTilesWhereOneLiesBeyondItAndTriesAgain)
+{
+    Zel::CZelImgDoc& doc = Read(Document().With(Small().Size(GetParam().Width, GetParam().Height)));
+    ImageOfOneTile image(*doc.ImgColl().MultiDimImgs()->front(), doc);
+    image.Dimensions();
+    CountingFrame frame(image);
+    for (int call = 0; call < 2; ++call)
+    {
+        EXPECT_EQ(frame.DeepZoomTiles().Size(), GetParam().NumOfTiles);
+        EXPECT_EQ(frame.DeepZoomTiles().Find({0, 0, 0}) != nullptr, GetParam().NumOfTiles > 0);
+    }
+    EXPECT_EQ(frame.NumOfTries, GetParam().NumOfTries);
+}
+
+INSTANTIATE_TEST_SUITE_P(Tiles, FrameInAMatrixOfOneTile,
+                         testing::Values(GridRow{{"Within"}, 8, 8, 1, 1}, GridRow{{"ColumnBeyond"}, 16, 8, 0, 4},
+                                         GridRow{{"RowBeyond"}, 8, 16, 0, 4}),
+                         NameOfRow());
+
 TEST_F(FrameTable, OfAStackInDirectoriesNeedsADirectoryForEachFrame)
 {
     Document document;

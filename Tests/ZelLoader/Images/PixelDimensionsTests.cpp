@@ -119,6 +119,34 @@ TEST_F(PixelDimensions, TellThatTheyHaveNoUnits)
     }
 }
 
+/// A field that is read as a text, and whose text has no end.
+CNode TextWithoutAnEnd(uint32_t tag)
+{
+    return Int32s(tag, {'1', '0', '^', '-', '6', 'm', '^', '1'});
+}
+
+TEST_F(PixelDimensions, HaveNoUnitsInATextWithoutAnEnd)
+{
+    Document document;
+    document.With(Small());
+    document.StackProperties(1).Put(TextWithoutAnEnd(2020));
+    auto& image = ReadImage(std::move(document));
+    for (const DimType type : {DimX, DimY})
+        EXPECT_THAT(MessagesOf([&] { EXPECT_EQ(DimensionOf(image, type).NativeUnits(), nullptr); }),
+                    ElementsAre("unexpected: string length longer than array size!"));
+}
+
+TEST_F(PixelDimensions, HaveNoUnitOfYInATextWithoutAnEnd)
+{
+    Document document;
+    document.With(Small());
+    document.StackProperties(1).Put(TextWithoutAnEnd(2064));
+    auto& image = ReadImage(std::move(document));
+    EXPECT_STREQ(DimensionOf(image, DimX).NativeUnits(), L"10^-6m^1");
+    EXPECT_THAT(MessagesOf([&] { EXPECT_EQ(DimensionOf(image, DimY).NativeUnits(), nullptr); }),
+                ElementsAre("unexpected: string length longer than array size!"));
+}
+
 TEST_F(PixelDimensions, TakeTheUnitOfYOnlyBesideThatOfX)
 {
     auto& image = ReadImage(Without(Small().YUnit("10^-9m^1"), 2020));

@@ -36,6 +36,8 @@ protected:
         errno = 0;
         return *_readDoc;
     }
+    /// The document that was read.
+    Zel::CZelImgDoc& ReadDocument() { return _readDoc.value(); }
     /// Reads a document; nothing of its first image is built yet.
     Zel::CZelMultiDimImage& ReadImage(Document document)
     {
