@@ -162,4 +162,15 @@ INSTANTIATE_TEST_SUITE_P(
                                  {"Error: params hDeepZoomTile or channelIdSize are NULL!"}}),
     NameOfRow());
 
+// A place for an answer that nothing is logged about.
+INSTANTIATE_TEST_SUITE_P(Silently, NullArgument,
+                         testing::Values(ComplaintRow{{"PositionIntoNothing"},
+                                                      [](Handles& h) { return _AC_GetAreaPosition(h.Area, nullptr); },
+                                                      {}},
+                                         ComplaintRow{{"AxisNameWithoutItsSize"},
+                                                      [](Handles&)
+                                                      { return _AC_GetAxisName(AC_AT_Z, &Character, 1, nullptr); },
+                                                      {}}),
+                         NameOfRow());
+
 } // namespace

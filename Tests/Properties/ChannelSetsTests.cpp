@@ -65,6 +65,17 @@ TEST_F(Channels, AreFoundByNumbersInAnyNotation)
     EXPECT_EQ(InfoOf(L"1a"), InfoOf(L"1")); // what follows the number is not looked at
 }
 
+TEST_F(Channels, AreNotFoundByTheFirstDigitsOfANumberThatNoneHas)
+{
+    Open(Stack(1).Channels({"DAPI"}));
+    const AC_HAREA area = FirstArea();
+    EXPECT_THAT(MessagesOf(
+                    [&] {
+                        EXPECT_EQ(ResultOfSet(area, L"ChannelInfo", {{L"channelId", L"1a"}}), AC_RESULT_INVALID_PARAM);
+                    }),
+                ElementsAre("Invalid channel ID!"));
+}
+
 struct InfoRow : Row
 {
     Stack Group;

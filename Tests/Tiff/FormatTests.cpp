@@ -49,6 +49,14 @@ TEST_P(TiffFormat, HasTheBitsAndSamplesOfTheDirectory)
     EXPECT_EQ(Format().ColorSpace(), ColorSpaceType::StandardRgb);
 }
 
+TEST_P(TiffFormat, OfPixelsThatFillNoWholeByteRoundsThemUp)
+{
+    OpenChanged([](auto& d) { d.Bits(12); });
+    EXPECT_EQ(Format().NumOfBitsPerPixelComponent(), 12u);
+    EXPECT_EQ(Format().NumOfPixelComponents(), 1u);
+    EXPECT_EQ(Format().NumOfBytes(), 2u);
+}
+
 TEST_P(TiffFormat, OfGreyIsGrey)
 {
     Open(Changed([](auto&) {}));
@@ -105,7 +113,10 @@ TEST_P(TiffFormatDeathTest, OfComplexComponentsEndsTheProcess)
     for (const uint16_t code : std::initializer_list<uint16_t>{4, 5, 6})
     {
         OpenChanged([code](auto& d) { d.SampleFormat(code); });
-        EXPECT_ENDS_THE_PROCESS(Format().ComponentFormat(), ABORT_WAS_CALLED) << code;
+        EXPECT_ENDS_THE_PROCESS(Format().ComponentFormat(),
+                                "ERROR: unexpected/unhandled TIFF Pixel Component Format type " + std::to_string(code) +
+                                    "!\n[^\n]*" ABORT_WAS_CALLED)
+            << code;
     }
 }
 

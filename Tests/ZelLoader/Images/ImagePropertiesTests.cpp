@@ -2,6 +2,8 @@
 
 #include "Tests/ZelLoader/Images/ZelSlide.h"
 
+#include <cmath>
+
 using namespace SlideOfTest;
 
 namespace
@@ -22,7 +24,7 @@ protected:
     Zel::CZelMultiDimImage& ImageWithoutProperty(uint32_t tag)
     {
         Document document;
-        document.With(Stack(1));
+        document.With(Stack(1).YUnit("10^-6m^1").AxisMeanings(0, 1));
         document.StackProperties(1).Drop(tag);
         return ReadImage(std::move(document));
     }
@@ -90,6 +92,128 @@ TEST_F(PropertiesOfAnImage, MustBeThereForTimeAndKind)
     errno = 0;
     EXPECT_THAT(MessagesOf([&] { EXPECT_EQ(image.ImageStackType(), -1); }), ElementsAre(PropertiesAreMissing));
     EXPECT_EQ(errno, ENOEXEC);
+}
+
+// The frame of the image.
+
+struct FrameRow : Row
+{
+    const wchar_t* Key;
+    uint32_t Tag;
+    std::string Warning;
+    bool IsAnswered; ///< all the same
+    std::string Value;
+};
+
+class FrameProperty : public PropertiesOfAnImage, public testing::WithParamInterface<FrameRow>
+{
+};
+
+TEST_P(FrameProperty, ThatIsMissingIsToldAndMayHaveADefault)
+{
+    auto& image = ImageWithoutProperty(GetParam().Tag);
+    std::string value;
+    EXPECT_THAT(
+        MessagesOf([&] { EXPECT_EQ(image.ImageFrameProperties(GetParam().Key, value), GetParam().IsAnswered); }),
+        ElementsAre(GetParam().Warning));
+    EXPECT_EQ(value, GetParam().Value);
+}
+
+TEST_P(FrameProperty, NeedsTheImagesProperties)
+{
+    auto& image = ImageWithoutProperties();
+    std::string value = "untouched";
+    EXPECT_THAT(MessagesOf([&] { EXPECT_FALSE(image.ImageFrameProperties(GetParam().Key, value)); }),
+                ElementsAre(PropertiesAreMissing));
+    EXPECT_EQ(value, "untouched");
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Keys, FrameProperty,
+    testing::Values(
+        FrameRow{{"Origin"}, L"ZEL_GroupFrameOrigin", 2018, "Warning: tag 'ImgFrameOriginRWC' is missing!", false, ""},
+        FrameRow{{"Scale"}, L"ZEL_GroupFrameScale", 2019, "Warning: tag 'ImgFrameScaleRWC' is missing!", false, ""},
+        FrameRow{{"Unit"}, L"ZEL_GroupFrameUnit", 2020, "Warning: tag 'ImgFrameUnitRWC' is missing!", false, ""},
+        FrameRow{{"UnitOfY"}, L"ZEL_GroupFrameYUnit", 2064, "Warning: tag 'ImgFrameUnitYRWC' is missing!", false, ""},
+        FrameRow{{"FirstAxis"},
+                 L"ZEL_GroupAxis0",
+                 2451,
+                 "Warning: tag 'ImgAxis0Meaning' is missing so returning X!",
+                 true,
+                 "X"},
+        FrameRow{{"SecondAxis"},
+                 L"ZEL_GroupAxis1",
+                 2452,
+                 "Warning: tag 'ImgAxis1Meaning' is missing so returning Y!",
+                 true,
+                 "Y"}),
+    NameOfRow());
+
+TEST_F(PropertiesOfAnImage, AnswerNoOtherKeyOfTheFrame)
+{
+    auto& image = ReadImage(Stack(1));
+    std::string value;
+    EXPECT_THAT(MessagesOf([&] { EXPECT_FALSE(image.ImageFrameProperties(L"ZEL_GroupFrame", value)); }), IsEmpty());
+}
+
+// Devices of an image without properties.
+
+constexpr auto TagIsMissing = "missing mandatory tag!";
+
+TEST_F(PropertiesOfAnImage, MustBeThereForTheStagesPosition)
+{
+    auto& image = ImageWithoutProperties();
+    const auto expectIsUnknown = [](const std::function<bool()>& isUnknown)
+    {
+        errno = 0;
+        EXPECT_THAT(MessagesOf([&] { EXPECT_TRUE(isUnknown()); }), ElementsAre(TagIsMissing));
+        EXPECT_EQ(errno, ENOEXEC);
+    };
+    expectIsUnknown([&] { return std::isnan(image.StageXPositionValue()); });
+    expectIsUnknown([&] { return std::isnan(image.StageYPositionValue()); });
+    expectIsUnknown([&] { return std::wstring(image.StageXPositionUnits()).empty(); });
+    expectIsUnknown([&] { return std::wstring(image.StageYPositionUnits()).empty(); });
+}
+
+TEST_F(PropertiesOfAnImage, MustBeThereForTheNamesOfExperimentAndSample)
+{
+    auto& image = ImageWithoutProperties();
+    EXPECT_THAT(MessagesOf([&] { EXPECT_EQ(image.ExperimentName(), nullptr); }), ElementsAre(TagIsMissing));
+    EXPECT_THAT(MessagesOf([&] { EXPECT_EQ(image.SampleName(), nullptr); }), ElementsAre(TagIsMissing));
+    EXPECT_THAT(MessagesOf([&] { EXPECT_EQ(image.SampleDescription(), nullptr); }), ElementsAre(TagIsMissing));
+}
+
+TEST_F(PropertiesOfAnImage, MayLackTheDevicesWithoutAFailure)
+{
+    auto& image = ReadImage(Stack(1));
+    for (const std::function<bool()>& isUnknown :
+         {std::function<bool()>([&] { return std::isnan(image.StageXPositionValue()); }),
+          {[&] { return std::wstring(image.StageYPositionUnits()).empty(); }},
+          {[&] { return !image.ExperimentName(); }},
+          {[&] { return !image.SampleName(); }}})
+    {
+        errno = ENOENT;
+        EXPECT_THAT(MessagesOf([&] { EXPECT_TRUE(isUnknown()); }), IsEmpty());
+        EXPECT_EQ(errno, 0);
+    }
+}
+
+TEST_F(PropertiesOfAnImage, MustBeThereForTheLens)
+{
+    auto& image = ImageWithoutProperties();
+    errno = 0;
+    EXPECT_THAT(MessagesOf([&] { EXPECT_EQ(image.ObjectiveLens(), nullptr); }),
+                ElementsAre("missing needed tag!", "Error, returning NULL"));
+    EXPECT_EQ(errno, ENOEXEC);
+}
+
+TEST_F(PropertiesOfAnImage, AreAskedFirstForTheExposure)
+{
+    auto& image = ImageWithoutProperties();
+    std::string value;
+    EXPECT_THAT(
+        MessagesOf([&] { EXPECT_EQ(image.GroupExposureTime(0, value), AC_RESULT_PROPERTY_NOT_FOUND); }),
+        ElementsAre("missing needed multiDimImgProps tag!", "Warning! No channel metadata present for the channel."));
 }
 
 TEST_F(PropertiesOfAnImage, TellThatOnlyAStoreLacksTiles)

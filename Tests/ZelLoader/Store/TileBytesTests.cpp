@@ -90,6 +90,19 @@ TEST_F(BytesOfATile, MayBeNoneWhichCannotBeRead)
     EXPECT_EQ(byte, 0xAB);
 }
 
+TEST_F(BytesOfATile, HaveNoSizeForAHostWhenTheyCannotBeRead)
+{
+    Document document;
+    document.With(Small());
+    document.Store(1).Tiles.back().Offset = 1u << 30;
+    Open(std::move(document));
+    CMN_RECT whole = {};
+    ByteString buffer(64);
+    UINT64 size = 77;
+    EXPECT_EQ(Call(_AC_GetImageBody, Tile(0, 1), &whole, buffer.data(), UINT64{64}, &size), AC_RESULT_FAILURE);
+    EXPECT_EQ(size, 0u);
+}
+
 TEST_F(BytesOfATile, MayBeThoseOfAnHeader)
 {
     Document document;
