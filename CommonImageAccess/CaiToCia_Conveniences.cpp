@@ -3,6 +3,7 @@
 #include "Brix/AccessorConveniences.h"
 #include "CommonImageAccess/Boundary.h"
 #include "CommonImageAccess/BrixKeys.h"
+#include "CommonUtil/Assertion.h"
 #include "CommonUtil/Text.h"
 
 #include <memory>
@@ -102,6 +103,10 @@ AC_Result AtBoundaryOfCalls(Body body)
         });
 }
 
+/// Room for a sample is made here and not by the host, while a damaged file can claim any size for a picture of which
+/// it holds nothing.
+constexpr UINT64 MaxSizeOfSample = 256u << 20;
+
 void ReadSample(AC_HAREA hArea, BYTE** pBuffer, UINT64* punSize)
 {
     std::vector<AC_AXIS_INFO> axes = MiddleOfAxes(hArea);
@@ -114,7 +119,8 @@ void ReadSample(AC_HAREA hArea, BYTE** pBuffer, UINT64* punSize)
     rect.y = 0;
     UINT64 size = 0;
     Check(_AC_GetImageBody(image, &rect, nullptr, 0, &size));
-    // A damaged store can claim any size: what is not cleared here takes no memory before it is read.
+    ZEL_ASSERT(size <= MaxSizeOfSample);
+    // What is not cleared here takes no memory before it is read.
     auto bytes = std::make_unique_for_overwrite<BYTE[]>(size);
     Check(_AC_GetImageBody(image, &rect, bytes.get(), size, &size));
     Check(_AC_ReleaseImage(image));

@@ -26,7 +26,7 @@ std::wstring TextOf(const CProfileCall& call)
         return {};
     std::vector<wchar_t> buffer(size);
     uint32_t filled = 0;
-    Require(call(buffer.data(), size, &filled) == PAL_RESULT_SUCCESS, "the needed size is enough");
+    Require(call(buffer.data(), size, &filled) != PAL_RESULT_TOO_SMALL, "the needed size is enough");
     Require(filled == size, "the needed size is the filled one");
     return {buffer.begin(), buffer.end()};
 }

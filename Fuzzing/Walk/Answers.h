@@ -43,6 +43,10 @@ public:
     void Rect(const char* what, const CMN_RECT& rect);
     void Value(const AC_VALUE& value);
 
+    /// An image was met for whose bytes there is no room.
+    void NoteLargeBody() { _hasMetLargeBody = true; }
+    bool HasMetLargeBody() const { return _hasMetLargeBody; }
+
 private:
     static void CleanErrno();
     AC_Result TakeResult(const char* question, AC_Result result);
@@ -50,6 +54,7 @@ private:
 
     const CWalkLimits& _limits;
     CWalkAnswers _answers;
+    bool _hasMetLargeBody = false;
 };
 
 } // namespace Fuzzing

@@ -20,7 +20,7 @@ void WalkBody(CAnswers& answers, AC_HIMAGE image, CMN_RECT rect)
         return;
     answers.Number("size of body", static_cast<int64_t>(size));
     if (size > answers.Limits().BytesOfAnswer)
-        return;
+        return answers.NoteLargeBody();
     std::vector<BYTE> bytes(size);
     if (answers.Succeeds("body", _AC_GetImageBody, image, &rect, bytes.data(), size, &size))
         answers.Bytes("body", bytes.data(), bytes.size());
@@ -92,6 +92,9 @@ void WalkImagesByConveniences(CAnswers& answers, AC_HAREA area)
     for (const bool isParticular : {true, false})
         answers.Ask("image",
                     [&] { return GetImage_ParticularOrNext(isParticular, area, channels, nullptr, 0, &image); });
+    // The room for this one is made by the plug-in, as large as the image claims to be: a host asks for the size first.
+    if (answers.HasMetLargeBody())
+        return;
     BYTE* bytes = nullptr;
     UINT64 size = 0;
     const bool isThere = answers.Succeeds("sample image", [&] { return GetSampleImageBody(area, &bytes, &size); });

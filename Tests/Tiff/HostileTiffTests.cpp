@@ -272,6 +272,23 @@ TEST_F(HostileTiff, WithADescriptionThatNeverEndsEndsInAResult)
     }
 }
 
+TEST_F(HostileTiff, WhoseImageClaimsMoreThanItHoldsGivesNoSample)
+{
+    Document document;
+    document.With(Stack(1).Size(16, 16).Tiles(16, 16).Z(2).InDocument());
+    for (const uint16_t tag : std::initializer_list<uint16_t>{256, 257, 322, 323}) // almost 500 MB
+        for (CTiffDirectory& directory : document.File().Directories)
+            directory.Set(tag, TiffType::Long, {22640});
+    Open(std::move(document));
+    UINT64 size = 0;
+    CMN_RECT whole{};
+    EXPECT_EQ(Call(_AC_GetImageBody, Tile(0, 0, L"0", {AtZ(1)}), &whole, nullptr, UINT64{0}, &size), AC_RESULT_SUCCESS);
+    EXPECT_GT(size, 256u << 20);
+    BYTE* bytes = nullptr;
+    EXPECT_EQ(Call(GetSampleImageBody, Area(Group(), 0, 0), &bytes, &size), AC_RESULT_FAILURE);
+    EXPECT_EQ(bytes, nullptr);
+}
+
 TEST_F(HostileTiff, OfTenThousandDirectoriesOpensAndIsWalked)
 {
     const Stack stack = Stack(1).Size(2, 1).T(10000).InDocument(1);
