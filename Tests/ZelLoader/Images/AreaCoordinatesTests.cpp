@@ -82,10 +82,12 @@ TEST_F(CoordinatesOfAnArea, MustBeThoseOfAFrame)
 TEST_F(CoordinatesOfAnArea, MustLieOnDimensionsThatTellFramesApart)
 {
     CIA::CMultiDimTile& area = AreaOf(Stack(1), Stack(2));
+    ASSERT_NE(area.DeepZoomTile({}), nullptr);
     for (const DimType type : {DimX, DimY, DimP})
     {
         CCoordinate first = OnTheOther(type, 0);
         EXPECT_FAILED_ASSERTION(area.DeepZoomTile({{type, &first}}));
+        EXPECT_FAILED_ASSERTION(area.NextDeepZoomTile({{type, &first}}, {0}));
     }
 }
 
