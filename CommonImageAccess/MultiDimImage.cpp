@@ -88,8 +88,9 @@ bool CMultiDimImage::Frames_init(CFrames& varToInit)
     ZEL_ASSERT(varToInit.empty());
     std::vector<CDimension*> frameIdxDimensions;
     uint64_t numOfFrames = 1;
+    const CDimensions& dimensions = Dimensions(); // before the number of frames, which may ask for what they tell
     const uint64_t maxNumOfFrames = MaxNumOfFrames();
-    for (const auto& [type, dimension] : Dimensions())
+    for (const auto& [type, dimension] : dimensions)
     {
         if (!IsFrameDifferentiatorCoordDimension(type))
             continue;
