@@ -5,30 +5,63 @@
 #include "HostTool/Pixels/PictureFile.h"
 #include "HostTool/Pixels/Stitch.h"
 
+#include <algorithm>
+#include <array>
+
 namespace HostTool
 {
 
 namespace
 {
 
-/// The size of the pixels that decoding gives. The plug-in tells strips of one size for all of them; a JPEG stream
-/// knows its own.
-void SetSize(CPixelTarget& target, const CStoredTile& tile, const CPixelRect& told)
+struct CStreamSize
 {
-    target.Width = static_cast<uint32_t>(told.Width);
-    target.Height = static_cast<uint32_t>(told.Height);
+    uint32_t Width = 0;
+    uint32_t Height = 0;
+};
+
+uint32_t BigEndianAt(std::span<const uint8_t> bytes, size_t at)
+{
+    return uint32_t{bytes[at]} << 24 | uint32_t{bytes[at + 1]} << 16 | uint32_t{bytes[at + 2]} << 8 | bytes[at + 3];
+}
+
+/// What the first segment of a JPEG 2000 codestream, which may stand behind the boxes of a file, tells of its size.
+std::optional<CStreamSize> SizeOfJ2k(std::span<const uint8_t> bytes)
+{
+    constexpr std::array<uint8_t, 4> start = {0xFF, 0x4F, 0xFF, 0x51};
+    constexpr size_t mostBytesOfBoxes = 4096;
+    const auto head = bytes.first(std::min(bytes.size(), mostBytesOfBoxes));
+    const auto found = std::search(head.begin(), head.end(), start.begin(), start.end());
+    const auto at = static_cast<size_t>(found - head.begin());
+    constexpr size_t sizeOfSegment = 24; // up to the offset of the picture, inclusive
+    if (at + sizeOfSegment > head.size())
+        return std::nullopt;
+    const CStreamSize end{BigEndianAt(head, at + 8), BigEndianAt(head, at + 12)};
+    const CStreamSize offset{BigEndianAt(head, at + 16), BigEndianAt(head, at + 20)};
+    if (offset.Width >= end.Width || offset.Height >= end.Height)
+        return std::nullopt;
+    return CStreamSize{end.Width - offset.Width, end.Height - offset.Height};
+}
+
+std::optional<CStreamSize> SizeOfStream(const CStoredTile& tile)
+{
+    if (tile.Coding == TileCoding::J2k)
+        return SizeOfJ2k(tile.Bytes);
     const auto header = tile.Coding == TileCoding::Jpeg ? ReadJpegHeader(tile.Bytes) : std::nullopt;
-    const auto pixels = header ? uint64_t{header->Width} * header->Height : 0;
-    // A stream of a damaged document can claim any size; strips differ by less than this.
-    if (header && pixels <= 2 * static_cast<uint64_t>(told.Width * told.Height))
-    {
-        target.Width = header->Width;
-        target.Height = header->Height;
-    }
-    target.Stride = size_t{target.Width} * target.Format.BytesPerPixel();
+    return header ? std::optional(CStreamSize{header->Width, header->Height}) : std::nullopt;
 }
 
 } // namespace
+
+void TakeSizeOfStream(CPixelTarget& target, const CStoredTile& tile)
+{
+    const auto size = SizeOfStream(tile);
+    // A stream of a damaged document can claim any size; those of strips differ by less than this.
+    if (!size || uint64_t{size->Width} * size->Height > 2 * uint64_t{target.Width} * target.Height)
+        return;
+    target.Width = size->Width;
+    target.Height = size->Height;
+}
 
 std::string WriteDecodedTile(const CGroupPixels& pixels, const CTilePlace& place, std::filesystem::path path)
 {
@@ -48,7 +81,10 @@ std::string WriteDecodedTile(const CGroupPixels& pixels, const CTilePlace& place
             throw CTileError("it is not handed out by the plug-in");
         CPixelTarget target;
         target.Format = pixels.Channel(place.Position.Channel).Format;
-        SetSize(target, *tile, level.TileRect(col, row));
+        target.Width = level.TileWidth;
+        target.Height = level.TileHeight;
+        TakeSizeOfStream(target, *tile);
+        target.Stride = size_t{target.Width} * target.Format.BytesPerPixel();
         ByteBuffer bytes(target.Stride * target.Height);
         target.Pixels = bytes.data();
         DecodeTile(*tile, target);

@@ -17,6 +17,10 @@ struct CTilePlace
     CPosition Position;
 };
 
+/// Gives a target, which has the size that the plug-in tells, the size that the tile's stream tells. The plug-in tells
+/// strips of one size for all of them, though the last one is lower, and each level has its own.
+void TakeSizeOfStream(CPixelTarget& target, const CStoredTile& tile);
+
 /// Writes a tile decoded, as a PNG picture, every value as it is. A path without an extension gets ".png". Answers a
 /// line that says what was written. Throws CHostError if the tile can't be decoded, PNG can't hold it, or the file
 /// can't be written.

@@ -27,6 +27,20 @@ CMN_RECT CImage::Size() const
     return rect;
 }
 
+size_t CImage::ReadInto(ByteBuffer& buffer) const
+{
+    // The size is always asked for first: to a buffer that is too large the plug-in does not tell it for every tile.
+    CMN_RECT whole{};
+    UINT64 size = 0;
+    const auto& read = _Document.Host().GetImageBody;
+    _Document.Require(read(_Handle.get(), &whole, nullptr, 0, &size), "cannot read a tile");
+    if (size > buffer.size())
+        buffer.resize(size);
+    UINT64 sizeRead = size;
+    _Document.Require(read(_Handle.get(), &whole, buffer.data(), size, &sizeRead), "cannot read a tile");
+    return size;
+}
+
 ByteBuffer CImage::Body() const
 {
     CMN_RECT whole{};

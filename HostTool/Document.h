@@ -50,6 +50,8 @@ public:
     CMN_RECT Size() const;
     /// All its bytes as they are stored. Throws CHostError if they can't be read.
     ByteBuffer Body() const;
+    /// The same into a buffer that serves many tiles and grows where it must; answers the number of bytes.
+    size_t ReadInto(ByteBuffer& buffer) const;
     /// Bytes of one pixel if the image is raw; nothing if it is compressed.
     std::optional<uint64_t> BytesPerRawPixel() const;
     /// The tables that its JPEG stream keeps apart, as a stream of their own; empty if there are none.

@@ -1,9 +1,12 @@
 #include "HostTool/CommandLine.h"
+#include "HostTool/Export/ExportCommand.h"
+#include "HostTool/Export/RoisCommand.h"
 #include "HostTool/InfoCommand.h"
 #include "HostTool/Pixels/RegionCommand.h"
 #include "HostTool/Pixels/SmallPictureCommands.h"
 #include "HostTool/TileCommand.h"
 #include "HostTool/TourCommand.h"
+#include "HostTool/Verify/VerifyCommand.h"
 
 int main(int argc, char** argv)
 {
@@ -14,6 +17,9 @@ int main(int argc, char** argv)
     HostTool::AddRegionCommand(line);
     HostTool::AddThumbnailCommand(line);
     HostTool::AddOverviewCommand(line);
+    HostTool::AddRoisCommand(line);
+    HostTool::AddExportCommand(line);
+    HostTool::AddVerifyCommand(line);
     HostTool::AddTourCommand(line);
     return line.Run(argc, argv);
 }
