@@ -89,6 +89,12 @@ int CCommandLine::Run(int argc, const char* const* argv)
                                            "machine too small",
                           ExitCode::BadFile);
         }
+        catch (const std::exception& error)
+        {
+            return Refuse(_File.string() + ": " + error.what() +
+                              ": the document is damaged, or of a kind that is not known",
+                          ExitCode::BadFile);
+        }
     };
     try
     {

@@ -1,11 +1,13 @@
 #include "HostTool/InfoCommand.h"
 
+#include "HostTool/InfoJson.h"
 #include "HostTool/Pixels/Bitmap.h"
 #include "HostTool/Pixels/TileCodec.h"
 #include "HostTool/Table.h"
 #include "HostTool/Text.h"
 #include "HostTool/TileKind.h"
 
+#include <CLI/CLI.hpp>
 #include <iostream>
 
 namespace HostTool
@@ -189,6 +191,16 @@ void PrintDocument(std::ostream& out, const CDocumentFacts& facts)
         out << "  " << remark.Severity << ": " << Printable(remark.Text) << '\n';
 }
 
+void PrintFiles(std::ostream& out, const std::vector<CDocumentFile>& files)
+{
+    CTable table;
+    for (const CDocumentFile& file : files)
+        table.Add({file.Size ? std::to_string(*file.Size) + " bytes" : "missing", NameOf(file),
+                   Printable(file.Path.string())});
+    out << "\nfiles\n";
+    table.Print(out, "  ");
+}
+
 void PrintGroup(std::ostream& out, const CGroupFacts& group)
 {
     out << "\ngroup " << group.Number << ", name " << OrUnknown(group.Name) << '\n';
@@ -230,6 +242,26 @@ std::string ShortTextOf(const CGroupFacts& group)
     return line.Text();
 }
 
+ExitCode PrintInfo(const std::filesystem::path& plugin, const std::filesystem::path& file)
+{
+    const CPluginHost host(plugin);
+    const CDocument document(host, file);
+    const CDocumentFacts facts = FactsOf(document);
+    PrintFacts(std::cout, facts);
+    PrintFiles(std::cout, FilesOf(CReaderDocument(file)));
+    return ExitCode::Done;
+}
+
+/// A failure stands in the output; the code is that of a document that can't be opened.
+ExitCode PrintInfoAsJson(const std::filesystem::path& plugin, const std::filesystem::path& file)
+{
+    const CInfo info = InfoOf(plugin, file);
+    PrintJson(std::cout, info);
+    if (!info.Facts)
+        CDocument(CPluginHost(plugin), file); // throws what it failed by
+    return ExitCode::Done;
+}
+
 } // namespace
 
 void PrintFacts(std::ostream& out, const CDocumentFacts& facts)
@@ -248,14 +280,14 @@ void PrintShortFacts(std::ostream& out, const CDocumentFacts& facts)
 
 void AddInfoCommand(CCommandLine& line)
 {
-    line.AddCommand({"info",
-                     "Prints what the document tells: its properties, groups, channels, axes, levels and tile grids.",
-                     "  zel info slide.zel\n  zel --plugin ./libZelPluginForBrix.so info slide.zel"},
-                    [](const CDocument& document)
-                    {
-                        PrintFacts(std::cout, FactsOf(document));
-                        return ExitCode::Done;
-                    });
+    const auto isJson = std::make_shared<bool>(false);
+    line.AddFileCommand(
+            {"info",
+             "Prints what the document tells: its properties, files, groups, channels, axes, levels and tile grids.",
+             "  zel info slide.zel\n  zel info slide.zel --json | jq '.groups[].levels'"},
+            [isJson](const std::filesystem::path& plugin, const std::filesystem::path& file)
+            { return *isJson ? PrintInfoAsJson(plugin, file) : PrintInfo(plugin, file); })
+        .add_flag("--json", *isJson, "print JSON, complete and stable, also of what can't be opened");
 }
 
 } // namespace HostTool

@@ -4,6 +4,9 @@
 #include "HostTool/InfoCommand.h"
 #include "HostTool/Pixels/RegionCommand.h"
 #include "HostTool/Pixels/SmallPictureCommands.h"
+#include "HostTool/Reader/FilesCommand.h"
+#include "HostTool/Reader/TilesCommand.h"
+#include "HostTool/Reader/TreeCommand.h"
 #include "HostTool/TileCommand.h"
 #include "HostTool/TourCommand.h"
 #include "HostTool/Verify/VerifyCommand.h"
@@ -20,6 +23,9 @@ int main(int argc, char** argv)
     HostTool::AddRoisCommand(line);
     HostTool::AddExportCommand(line);
     HostTool::AddVerifyCommand(line);
+    HostTool::AddTilesCommand(line);
+    HostTool::AddFilesCommand(line);
+    HostTool::AddTreeCommand(line);
     HostTool::AddTourCommand(line);
     return line.Run(argc, argv);
 }

@@ -35,6 +35,9 @@ void SetPlace(CTileRecord& record, TIFF* tif, uint64_t number)
     const uint32_t count = TIFFIsTiled(tif) ? TIFFNumberOfTiles(tif) : TIFFNumberOfStrips(tif);
     if (number >= count)
         return;
+    uint32_t rowsPerStrip = 0;
+    if (!TIFFIsTiled(tif) && TIFFGetField(tif, TIFFTAG_ROWSPERSTRIP, &rowsPerStrip) == 1)
+        record.FirstPixelRow = static_cast<int64_t>(number * rowsPerStrip);
     record.Offset = TIFFGetStrileOffset(tif, static_cast<uint32_t>(number));
     record.Length = TIFFGetStrileByteCount(tif, static_cast<uint32_t>(number));
 }

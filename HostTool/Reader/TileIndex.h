@@ -21,7 +21,8 @@ struct CTileRecord
     CPosition Position;
     uint64_t Offset = 0;
     uint64_t Length = 0;
-    uint32_t Directory = 0; ///< of a TIFF file, from 0
+    uint32_t Directory = 0;                    ///< of a TIFF file, from 0
+    std::optional<int64_t> FirstPixelRow = {}; ///< of a strip, whose height the plug-in tells otherwise
 
     /// The order of a file that was written level by level, frame by frame, row by row.
     bool IsBefore(const CTileRecord& other) const;

@@ -53,27 +53,35 @@ TEST_F(Zel, PrintsAllThatADocumentTells)
               .Channels({"DAPI", "FITC"})
               .Raw(ComponentType::Uint16));
     EXPECT_EQ(Run({"info", SlideName()}).Output,
-              SlideName() + "\n"
-                            "  format version  1.1\n"
-                            "  made by         Sample microscope, version 1.0 (Build 4)\n"
-                            "  author          Sample author\n"
-                            "  comment         Made by the sample writer\n"
-                            "  created         2020-01-01T00:00:00+00:00\n"
-                            "  updated         2020-01-01T01:00:00+00:00\n"
-                            "  thumbnail       6 x 4\n"
-                            "  groups          1\n"
-                            "\n"
-                            "group 0, name Tissue\n"
-                            "  type  Default image\n"
-                            "  channel  name  stored as  colours    bits  shown     from  to     exposure\n"
-                            "  0        DAPI  RAW        GRAYSCALE  16    as it is  0     65535  unknown\n"
-                            "  1        FITC  RAW        GRAYSCALE  16    as it is  0     65535  unknown\n"
-                            "  axis  positions  from  to   step  unit\n"
-                            "  Z     3          0     3    1.5   um\n"
-                            "  T     2          0     0.5  0.5   s\n"
-                            "  level  picture    in whole tiles  grid   tile       pixel\n"
-                            "  0      600 x 300  768 x 512       3 x 2  256 x 256  0.5 x 0.5 um\n"
-                            "  1      300 x 150  512 x 256       2 x 1  256 x 256  1 x 1 um\n");
+              SlideName() +
+                  "\n"
+                  "  format version  1.1\n"
+                  "  made by         Sample microscope, version 1.0 (Build 4)\n"
+                  "  author          Sample author\n"
+                  "  comment         Made by the sample writer\n"
+                  "  created         2020-01-01T00:00:00+00:00\n"
+                  "  updated         2020-01-01T01:00:00+00:00\n"
+                  "  thumbnail       6 x 4\n"
+                  "  groups          1\n"
+                  "\n"
+                  "group 0, name Tissue\n"
+                  "  type  Default image\n"
+                  "  channel  name  stored as  colours    bits  shown     from  to     exposure\n"
+                  "  0        DAPI  RAW        GRAYSCALE  16    as it is  0     65535  unknown\n"
+                  "  1        FITC  RAW        GRAYSCALE  16    as it is  0     65535  unknown\n"
+                  "  axis  positions  from  to   step  unit\n"
+                  "  Z     3          0     3    1.5   um\n"
+                  "  T     2          0     0.5  0.5   s\n"
+                  "  level  picture    in whole tiles  grid   tile       pixel\n"
+                  "  0      600 x 300  768 x 512       3 x 2  256 x 256  0.5 x 0.5 um\n"
+                  "  1      300 x 150  512 x 256       2 x 1  256 x 256  1 x 1 um\n"
+                  "\n"
+                  "files\n"
+                  "  3650 bytes      document               " +
+                  SlideName() +
+                  "\n"
+                  "  12587372 bytes  tile store of stack 1  " +
+                  Folder.Name("_slide_/stack1/frame_t.kor") + "\n");
 }
 
 TEST_F(Zel, PrintsADocumentWhoseFirstTileCannotBeRead)
