@@ -32,12 +32,18 @@ int Refuse(const std::string& line, ExitCode code)
 
 CCommandLine::CCommandLine()
     : _App(std::make_unique<CLI::App>(
-          "Looks into .zel microscopy documents through the plug-in, as a host does.\n"
-          "Exit codes: 0 done, 1 the file is damaged or not of this format, 2 wrong usage, 3 a side file is missing.",
+          "Looks into .zel microscopy documents, takes pictures out of them and moves them into other formats.",
           "zel")),
       _Plugin(PluginBesideThisProgram())
 {
     _App->require_subcommand(1);
+    _App->set_version_flag("--version", "zel " ZEL_VERSION, "print the version");
+    _App->footer("Exit codes: 0 done, 1 the file is damaged or not of this format, 2 wrong usage, 3 a side file is "
+                 "missing.\n"
+                 "'zel COMMAND --help' tells more of a command.\n\n"
+                 "Examples:\n"
+                 "  zel info slide.zel\n"
+                 "  zel export slide.zel -o slide.ome.tif");
     _App->add_option("--plugin", _Plugin, "the plug-in to load")->capture_default_str();
 }
 
@@ -57,8 +63,20 @@ CLI::App& CCommandLine::AddCommand(const CCommandText& text, DocumentWork work)
 
 CLI::App& CCommandLine::AddFileCommand(const CCommandText& text, FileWork work)
 {
+    CLI::App& command = Add(text, std::move(work));
+    command.add_option("FILE", _File, "the document, a file that ends in .zel")->required();
+    return command;
+}
+
+CLI::App& CCommandLine::AddProgramCommand(const CCommandText& text, ProgramWork work)
+{
+    return Add(text, [this, work = std::move(work)](const std::filesystem::path&, const std::filesystem::path&)
+               { return work(*_App); });
+}
+
+CLI::App& CCommandLine::Add(const CCommandText& text, FileWork work)
+{
     CLI::App* command = _App->add_subcommand(text.Name, text.What);
-    command->add_option("FILE", _File, "the document, a file that ends in .zel")->required();
     command->footer("Examples:\n" + text.Examples);
     command->callback([this, work = std::move(work)] { _Chosen = work; });
     return *command;

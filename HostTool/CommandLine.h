@@ -31,6 +31,8 @@ class CCommandLine
 public:
     /// Work on the file, which is not opened yet; what it prints goes to standard output. May throw CHostError.
     using FileWork = std::function<ExitCode(const std::filesystem::path& plugin, const std::filesystem::path& file)>;
+    /// Work on the program itself: its commands with their options and texts. May throw CHostError.
+    using ProgramWork = std::function<ExitCode(const CLI::App& program)>;
     /// Work on the opened document. May throw CHostError.
     using DocumentWork = std::function<ExitCode(const CDocument& document)>;
 
@@ -43,11 +45,14 @@ public:
     /// long as this; what they are stored in has to be owned by `work` (a shared pointer that it captures).
     CLI::App& AddCommand(const CCommandText& text, DocumentWork work);
     CLI::App& AddFileCommand(const CCommandText& text, FileWork work);
+    /// The same without a FILE.
+    CLI::App& AddProgramCommand(const CCommandText& text, ProgramWork work);
 
     /// The program: reads the words, runs the chosen command in a process of its own, and answers the exit code.
     int Run(int argc, const char* const* argv);
 
 private:
+    CLI::App& Add(const CCommandText& text, FileWork work);
     ExitCode RunChosen() const;
 
     std::unique_ptr<CLI::App> _App;

@@ -2,6 +2,7 @@
 #include "HostTool/Export/ExportCommand.h"
 #include "HostTool/Export/RoisCommand.h"
 #include "HostTool/InfoCommand.h"
+#include "HostTool/Manual/ManualCommand.h"
 #include "HostTool/Pixels/RegionCommand.h"
 #include "HostTool/Pixels/SmallPictureCommands.h"
 #include "HostTool/Reader/FilesCommand.h"
@@ -27,5 +28,6 @@ int main(int argc, char** argv)
     HostTool::AddFilesCommand(line);
     HostTool::AddTreeCommand(line);
     HostTool::AddTourCommand(line);
+    HostTool::AddManualCommand(line);
     return line.Run(argc, argv);
 }
