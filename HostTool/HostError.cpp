@@ -30,7 +30,9 @@ CMeaning MeaningOf(AC_Result result, const std::filesystem::path& document)
         return {ExitCode::MissingFile,
                 "a tile store is missing; put the folder " + SideFolderOf(document) + " back beside the document"};
     case AC_RESULT_IN_USE:
-        return {ExitCode::BadFile, "a tile store is being written by another program; try again when it has finished"};
+        return {ExitCode::BadFile,
+                "a file of the document is being written by another program, or may not be read; try again when it has "
+                "finished, or check the rights"};
     case AC_RESULT_DATA_NOT_SUPPORTED:
     case AC_RESULT_UNSUPPORTED_OPERATION:
         return {ExitCode::BadFile, "the document holds data of a kind that the plug-in does not read"};
