@@ -19,3 +19,11 @@ endfunction()
 set(ZEL_OBJECTS_CommonUtil CommonUtil PlatformAbstractionLayer)
 set(ZEL_OBJECTS_CommonImageAccess ${ZEL_OBJECTS_CommonUtil} CommonImageAccess)
 set(ZEL_OBJECTS_ZelLoader ${ZEL_OBJECTS_CommonImageAccess} ZelLoader)
+
+# Lets the children that a test program starts tell what they executed, where coverage is measured.
+function(zel_count_children target)
+  if(ZEL_COVERAGE)
+    target_sources(${target} PRIVATE ${PROJECT_SOURCE_DIR}/Tests/Support/Coverage/CountsOfChildren.cpp)
+    target_link_options(${target} PRIVATE -Wl,--wrap=_exit)
+  endif()
+endfunction()

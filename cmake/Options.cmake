@@ -37,6 +37,6 @@ if(ZEL_SANITIZERS)
   add_link_options(-fsanitize=${ZEL_SANITIZERS})
 endif()
 if(ZEL_COVERAGE)
-  add_compile_options(--coverage)
+  add_compile_options(--coverage -fprofile-update=atomic) # threads count together
   add_link_options(--coverage)
 endif()
