@@ -63,8 +63,17 @@ std::array<int64_t, 2> DistanceToOthers(const CDocument& document, const CGroup&
     return distance;
 }
 
-/// All of a level but where its picture begins.
-std::optional<CLevel> LevelOf(const CGroup& group, int number)
+/// The number of the tile at a place of a calibrated group, which the plug-in tells from the corner of all pictures of
+/// the document; `distance` is that of this group's, in pixels of the level.
+int64_t TileAt(UINT64 place, double distance, UINT64 tileSize)
+{
+    return std::llround((static_cast<double>(Unwrapped(place)) - distance) / static_cast<double>(tileSize));
+}
+
+/// All of a level but where its picture begins. `distance` is that of the group's picture from the corner of all
+/// pictures of the document, in pixels of the finest level, whose picture is `widthOfFinest` wide.
+std::optional<CLevel> LevelOf(const CGroup& group, int number, const std::array<int64_t, 2>& distance,
+                              UINT64 widthOfFinest)
 {
     const auto rect = group.LevelRect(number);
     if (!rect)
@@ -79,8 +88,6 @@ std::optional<CLevel> LevelOf(const CGroup& group, int number)
     if (tile.width == 0 || tile.height == 0 || rect->width < level.Grid.Cols || rect->height < level.Grid.Rows ||
         rect->width > MostPixels || rect->height > MostPixels)
         return std::nullopt;
-    level.FirstCol = FloorDiv(Unwrapped(tile.x), static_cast<int64_t>(tile.width));
-    level.FirstRow = FloorDiv(Unwrapped(tile.y), static_cast<int64_t>(tile.height));
     // Areas are told in the size of level 0's tiles, which need not be that of this level's.
     level.TileWidth = static_cast<uint32_t>(rect->width / level.Grid.Cols);
     level.TileHeight = static_cast<uint32_t>(rect->height / level.Grid.Rows);
@@ -95,6 +102,11 @@ std::optional<CLevel> LevelOf(const CGroup& group, int number)
         level.PixelWidth = known(length->Number(L"xLength"));
         level.PixelHeight = known(length->Number(L"yLength"));
     }
+    const bool hasDistance = level.PixelWidth && level.PixelHeight && picture.width > 0;
+    const double zoomOut = hasDistance ? static_cast<double>(widthOfFinest) / static_cast<double>(picture.width) : 1;
+    const auto ofLevel = [&](int64_t pixels) { return hasDistance ? static_cast<double>(pixels) / zoomOut : 0; };
+    level.FirstCol = TileAt(tile.x, ofLevel(distance[0]), tile.width);
+    level.FirstRow = TileAt(tile.y, ofLevel(distance[1]), tile.height);
     return level;
 }
 
@@ -156,13 +168,14 @@ CTileRange TilesOf(const CLevel& level, const CPixelRect& rect)
 std::vector<std::optional<CLevel>> PyramidOf(const CDocument& document, const CGroup& group)
 {
     std::vector<std::optional<CLevel>> levels;
+    const auto distance = DistanceToOthers(document, group);
+    const UINT64 widthOfFinest = group.PictureRect(0).value_or(CMN_RECT{}).width;
     for (int number = 0; number < group.NumOfLevels(); ++number)
-        levels.push_back(LevelOf(group, number));
+        levels.push_back(LevelOf(group, number, distance, widthOfFinest));
     if (levels.empty() || !levels.front())
         throw CHostError(ExitCode::BadFile, document.Path().string() + ": group " + std::to_string(group.Number()) +
                                                 " has no data for its finest level; the document is damaged");
     const CLevel finest = *levels.front();
-    const auto distance = DistanceToOthers(document, group);
     const bool isCalibrated = finest.PixelWidth && finest.PixelHeight;
     const int64_t x =
         PictureStartOf({finest.Picture.X, finest.FirstCol, finest.TileWidth, finest.TileWidth,

@@ -117,6 +117,18 @@ TEST_F(ZelTiles, CountsColumnsFromTheFirstThatExists)
     EXPECT_EQ(tile.at(10), -256); // pixels left of the picture
 }
 
+TEST_F(ZelTiles, CountColumnsFrom0InAGroupThatLiesFarFromTheOthers)
+{
+    Write(Document()
+              .With(Stack(1).Size(300, 200).Tiles(100, 100).Levels(2).Origin(1205.5, 807).Scale(0.25, 0.25))
+              .With(Stack(2).Origin(200, 0)));
+    const Json tiles = Tiles().at("tiles");
+    EXPECT_EQ(tiles.at(0).at(1), 0);
+    EXPECT_EQ(tiles.at(0).at(10), 0);
+    EXPECT_EQ(tiles.at(6).at(0), 1); // the first tile of level 1
+    EXPECT_EQ(tiles.at(6).at(1), 0);
+}
+
 TEST_F(ZelTiles, CanBeThoseOfOneLevel)
 {
     Write(Stack(1).Size(300, 100).Tiles(100, 100).Levels(2));

@@ -98,6 +98,15 @@ TEST_F(ZelVerify, TellsATileOutOfItsFileAndGoesOn)
                 HasSubstr("level 0, column 1, row 0, channel 0, z 0, t 0, lambda 0: out of file: 1048576"));
 }
 
+TEST_F(ZelVerify, TellsATileOutOfItsFileInAGroupThatLiesFarFromTheOthers)
+{
+    Document document;
+    document.With(Stack(1).Origin(200, 0)).With(Stack(2).Size(700, 200).Tiles(256, 256).Jpeg().Origin(1205.5, 807));
+    document.Store(2).Tiles[1].Size = 1U << 20;
+    Write(document);
+    ExpectBad(1, "1 out of file\n    #X#\n");
+}
+
 TEST_F(ZelVerify, TellsARawTileThatIsTooShort)
 {
     Document document;
