@@ -101,7 +101,8 @@ TEST_F(ZelVerify, TellsATileOutOfItsFileAndGoesOn)
 TEST_F(ZelVerify, TellsATileOutOfItsFileInAGroupThatLiesFarFromTheOthers)
 {
     Document document;
-    document.With(Stack(1).Origin(200, 0)).With(Stack(2).Size(700, 200).Tiles(256, 256).Jpeg().Origin(1205.5, 807));
+    document.With(Stack(1).Origin(200, 0))
+        .With(Stack(2).Size(700, 200).Tiles(256, 256).Raw(ComponentType::Uint8).Origin(1205.5, 807));
     document.Store(2).Tiles[1].Size = 1U << 20;
     Write(document);
     ExpectBad(1, "1 out of file\n    #X#\n");
