@@ -43,7 +43,9 @@ CPosition MiddleOf(const CGroupFacts& group)
 std::optional<uint64_t> FindAreaWithImage(const CGroup& group, const CLevelFacts& level, const CPosition& position)
 {
     const uint64_t numOfAreas = level.Grid.Cols * level.Grid.Rows;
-    const uint64_t middle = level.Grid.AreaID(level.Grid.Cols / 2, level.Grid.Rows / 2);
+    // A level in one column may be one of strips, of which the plug-in does not hand out the last one in a TIFF store.
+    const uint64_t middleRow = level.Grid.Cols == 1 ? (level.Grid.Rows - 1) / 2 : level.Grid.Rows / 2;
+    const uint64_t middle = level.Grid.AreaID(level.Grid.Cols / 2, middleRow);
     const auto isStored = [&](uint64_t areaID)
     { return group.Area(level.Level, areaID).PresenceAt(position) == Presence::Stored; };
     for (uint64_t distance = 0; distance < numOfAreas; ++distance)

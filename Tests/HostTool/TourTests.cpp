@@ -142,6 +142,18 @@ TEST_F(ZelTour, DecodesAJpegTileWhoseTablesStandApart)
     EXPECT_EQ(LoadPicture(Folder.Name("tour/group0-level0-col0-row0.png")).Width(), 64u);
 }
 
+TEST_F(ZelTour, TakesNoStripThatThePluginDoesNotHandOut)
+{
+    CSlideOptions options;
+    options.Compression = StoreCompression::Jpeg;
+    options.Storage = StackStorage::TiffStore;
+    options.RowsPerStrip = 32;
+    Write(SlideFromPicture(DrawPicture(64, 60), options));
+    const CommandResult result = Tour();
+    EXPECT_EQ(result.ExitCode, 0) << result.Errors;
+    EXPECT_THAT(result.Output, HasSubstr("group0-level0-col0-row0.png"));
+}
+
 TEST_F(ZelTour, InShortPrintsALineForAGroupAndNoneForATile)
 {
     Write(Stack(1).Name("Tissue").Size(500, 300).Tiles(256, 256).Levels(2).Z(3));

@@ -199,6 +199,17 @@ TEST_F(Zel, RefusesAPlaceThatTheDocumentDoesNotHave)
     ExpectRefusal(Tile({"-x", "1", "-y", "1"}), 2, "no tile is stored at column 1, row 1");
 }
 
+TEST_F(Zel, SaysInOneLineThatTheReaderEndsTheProcess)
+{
+    constexpr uint32_t volumeHasName = 1U << 28;
+    Document document;
+    document.With(Stack(1));
+    document.Volume({2000}).CountFlags(volumeHasName);
+    Write(document);
+    for (const char* command : {"info", "verify", "files", "tiles"})
+        ExpectRefusal(Run({command, SlideName()}), 1, "reading it ended early");
+}
+
 TEST_F(Zel, RefusesOptionsThatItDoesNotKnow)
 {
     EXPECT_EQ(Run({"info", "slide.zel", "--colour"}).ExitCode, 2);
