@@ -130,6 +130,19 @@ TEST_F(ZelTour, ShowsTheFirstOfManyRegions)
     ExpectShown("\n  and 5 more\n");
 }
 
+TEST_F(ZelTour, ShowsAllOfTheSlideThatRunMakes)
+{
+    const CommandResult made = RunCommand({ZELMAKE, SlideName(), "--describe", SLIDE_OF_RUN});
+    ASSERT_EQ(made.ExitCode, 0) << made.Errors;
+    const CommandResult result = Tour();
+    EXPECT_EQ(result.ExitCode, 0) << result.Errors;
+    for (const char* fact :
+         {"made by", "author", "comment", "family", "created", "updated", "thumbnail", "overview", "lens", "stage",
+          "experiment", "sample", "its description", "regions", "#0000FF", "axis", "regions of interest of group 0"})
+        EXPECT_THAT(result.Output, HasSubstr(fact));
+    EXPECT_TRUE(fs::exists(Folder.Name("tour/thumbnail.png")));
+}
+
 TEST_F(ZelTour, DecodesAJpegTileWhoseTablesStandApart)
 {
     CSlideOptions options;
