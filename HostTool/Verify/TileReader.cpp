@@ -87,10 +87,13 @@ bool CTileReader::IsShort(CCheckedGroupPixels& group, const CLevel& level, const
     const auto [known, isNew] = group.BytesPerRawPixel.try_emplace(channel);
     if (isNew)
         known->second = image.BytesPerRawPixel();
+    // Tiles of a TIFF file come filled up with zeros, so what is stored of them counts; but a stream that was put
+    // together of a strip and its tables is longer than that.
+    const auto bytes = std::span(_Tile.Bytes).first(_Size);
+    const size_t stored = record ? std::min<size_t>(_Size, record->Length) : _Size;
     if (!known->second)
-        return group.Pixels.Channel(channel).Coding == TileCoding::Jpeg &&
-               !HasJpegEnd(std::span(_Tile.Bytes).first(_Size));
-    // Tiles of a TIFF file come filled up with zeros, so what is stored of them counts.
+        return group.Pixels.Channel(channel).Coding == TileCoding::Jpeg && !HasJpegEnd(bytes.first(stored)) &&
+               !HasJpegEnd(bytes);
     if (IndexOf(group.Pixels).IsTiff())
         return record && record->Length < _Size;
     return _Size < uint64_t{level.TileWidth} * level.TileHeight * *known->second;
