@@ -76,6 +76,7 @@ void WalkDocument(CAnswers& answers, AC_HFILE document)
 
 void WalkFiles(CAnswers& answers, const std::wstring& fileName)
 {
+    answers.Ask("ID of the file", _AC_GetFileId, fileName.c_str(), nullptr);
     UINT numOfFiles = 0;
     if (!answers.Succeeds("number of files", _AC_GetNumOfFiles, fileName.c_str(), &numOfFiles))
         return;
@@ -93,7 +94,7 @@ void WalkFiles(CAnswers& answers, const std::wstring& fileName)
 
 struct CDocumentCloser
 {
-    void operator()(void* document) const { _AC_Close(document); }
+    void operator()(void* document) const { ReleaseAndClose(nullptr, nullptr, document); }
 };
 
 } // namespace
@@ -125,6 +126,7 @@ CWalkAnswers WalkEverything(const std::wstring& fileName, int mode, const CWalkL
         const std::unique_ptr<void, CDocumentCloser> document(handle);
         if (document)
             WalkDocument(answers, document.get());
+        answers.Ask("close nothing", _AC_Close, nullptr);
         WalkFiles(answers, fileName);
         answers.Ask("disconnect", _AC_Disconnect);
     }
