@@ -33,9 +33,9 @@ Stack Talkative(uint32_t id)
         .Overview(BytesOf("a picture"));
 }
 
-Document DocumentOfRegions(Regions regions)
+Document DocumentOfRegions(uint32_t stackId, Regions regions)
 {
-    return Document().With(Small(1).LayerBlob(regions)).FileBlob(Regions({Dot("spot", {5, 5})}).AsTree());
+    return Document().With(Small(stackId).LayerBlob(regions)).FileBlob(Regions({Dot("spot", {5, 5})}).AsTree());
 }
 
 } // namespace
@@ -77,17 +77,18 @@ Document SlideOfAllStores()
 
 std::vector<CSampleSlide> SampleSlides()
 {
+    // Each stack has an ID of its own, so that the stores of all of them can lie beside one document.
     return {
         {"binary", Document().With(StackOfBinaryStore())},
-        {"talkative", Document().With(Talkative(1)).Thumbnail(DrawPicture(6, 5), {.Bits = 8})},
-        {"colour-jpeg", Document().With(Small(1).Jpeg(3).T(2))},
-        {"tiff-store", Document().With(StackOfTiffStore())},
-        {"directories",
-         Document().With(Small(1).InDocument(8)).FirstDirectory(DrawPicture(9, 7), FirstDirectoryKind::Jpeg)},
-        {"regions-xml", DocumentOfRegions(Regions({Rectangle("cell", {1, 2}, {3, 4}), Dot("spot", {5, 5})}))},
-        {"regions-tree", DocumentOfRegions(Regions(RegionOfEachClass()).AsTree())},
         {"three-stacks", SlideOfAllStores()},
-        {"old", Document().With(Small(1).Lambda(2)).OldThumbnail(DrawPicture(4, 4)).PersistentId("id")},
+        {"talkative", Document().With(Talkative(4)).Thumbnail(DrawPicture(6, 5), {.Bits = 8})},
+        {"colour-jpeg", Document().With(Small(5).Jpeg(3).T(2))},
+        {"regions-xml", DocumentOfRegions(6, Regions({Rectangle("cell", {1, 2}, {3, 4}), Dot("spot", {5, 5})}))},
+        {"regions-tree", DocumentOfRegions(6, Regions(RegionOfEachClass()).AsTree())},
+        {"old", Document().With(Small(7).Lambda(2)).OldThumbnail(DrawPicture(4, 4)).PersistentId("id")},
+        {"tiff-store", Document().With(Small(8).Levels(2).Z(2).InTiffStore())},
+        {"directories",
+         Document().With(Small(9).InDocument(8)).FirstDirectory(DrawPicture(9, 7), FirstDirectoryKind::Jpeg)},
     };
 }
 

@@ -14,14 +14,15 @@ struct CSampleSlide
     SampleDocuments::Document Made;
 };
 
-/// One of each kind that the plug-in reads, each a few thousand bytes.
+/// One of each kind that the plug-in reads, each a few thousand bytes. No two have stacks of the same ID but different
+/// stores.
 std::vector<CSampleSlide> SampleSlides();
 
 // The good documents beside which a target puts its input.
 SampleDocuments::Document SlideOfBinaryStore();
 SampleDocuments::Document SlideOfTiffStore();
 SampleDocuments::Document SlideOfDirectories();
-/// With a stack of each storage, so that whatever a damaged document asks for is there.
+/// With a stack of each storage.
 SampleDocuments::Document SlideOfAllStores();
 
 // Those stacks, to which a seed gives other pixels.

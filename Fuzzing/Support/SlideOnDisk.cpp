@@ -17,9 +17,12 @@ uint32_t DigestOf(CInput input)
 
 } // namespace
 
-CSlideOnDisk::CSlideOnDisk(SampleDocuments::Document document)
-    : _document(std::move(document)), _documentFile(_document.WriteTo(_folder.File("slide.zel")))
+CSlideOnDisk::CSlideOnDisk(SampleDocuments::Document document, std::vector<CSampleSlide> beside)
+    : _document(std::move(document)), _documentFile(_folder.File("slide.zel"))
 {
+    for (CSampleSlide& slide : beside)
+        slide.Made.WriteTo(_documentFile);
+    _document.WriteTo(_documentFile);
 }
 
 void CSlideOnDisk::Walk(CInput input) const

@@ -1,7 +1,7 @@
 #pragma once
+#include "Fuzzing/Seeds/SampleSlides.h"
 #include "Fuzzing/Support/FuzzTarget.h"
 #include "Fuzzing/Walk/FullWalk.h"
-#include "SampleDocuments/Document.h"
 
 namespace Fuzzing
 {
@@ -10,7 +10,8 @@ namespace Fuzzing
 class CSlideOnDisk
 {
 public:
-    explicit CSlideOnDisk(SampleDocuments::Document document);
+    /// `beside`: whose stores lie in the same place.
+    explicit CSlideOnDisk(SampleDocuments::Document document, std::vector<CSampleSlide> beside = {});
 
     const std::filesystem::path& DocumentFile() const { return _documentFile; }
     std::filesystem::path StoreFile(uint32_t stackId) const { return _document.StorePath(_documentFile, stackId); }

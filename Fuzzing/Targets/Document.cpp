@@ -1,5 +1,5 @@
 // Whatever a document file holds: it is opened or refused, and each answer is a result; no crash, no hang, no memory
-// beyond measure, and the same answers each time. Good stores lie beside it.
+// beyond measure, and the same answers each time. The stores of all seeds lie beside it.
 
 #include "Fuzzing/Seeds/SampleSlides.h"
 #include "Fuzzing/Support/SlideOnDisk.h"
@@ -9,7 +9,7 @@ using namespace Fuzzing;
 namespace
 {
 
-const CSlideOnDisk slide(SlideOfAllStores());
+const CSlideOnDisk slide(SlideOfAllStores(), SampleSlides());
 
 void RunDocument(CInput input)
 {
