@@ -13,7 +13,7 @@ namespace
 {
 
 constexpr uint64_t BytesOfHeader = 16; // of a BigTIFF file; in a classic one the second half is not looked at
-constexpr size_t BytesOfBuffer = size_t{1} << 20;
+constexpr size_t BytesOfBuffer = size_t{4} << 20;
 
 enum FieldType : uint16_t
 {
@@ -153,16 +153,34 @@ CTiffRational RationalOf(double number)
     return {static_cast<uint32_t>(std::llround(number * denominator)), denominator};
 }
 
-CTiffWriter::CTiffWriter(const std::filesystem::path& path) : _File(path)
+CTiffWriter::CTiffWriter(const std::filesystem::path& path, bool isBig) : _File(path), _IsBig(isBig)
 {
-    std::setvbuf(_File.Stream(), nullptr, _IOFBF, BytesOfBuffer);
+    _Gathered.reserve(BytesOfBuffer);
+    _BeingWritten.reserve(BytesOfBuffer);
     Write(std::vector<uint8_t>(BytesOfHeader));
+}
+
+CTiffWriter::~CTiffWriter()
+{
+    if (_Writing.valid())
+        _Writing.wait();
 }
 
 void CTiffWriter::Write(std::span<const uint8_t> bytes)
 {
-    _File.Write(bytes);
+    if (_Gathered.size() + bytes.size() > BytesOfBuffer)
+        Flush();
+    _Gathered.insert(_Gathered.end(), bytes.begin(), bytes.end());
     _Size += bytes.size();
+}
+
+void CTiffWriter::Flush()
+{
+    if (_Writing.valid())
+        _Writing.get();
+    std::swap(_Gathered, _BeingWritten);
+    _Gathered.clear();
+    _Writing = std::async(std::launch::async, [this] { _File.Write(_BeingWritten); });
 }
 
 uint64_t CTiffWriter::Append(std::span<const uint8_t> bytes)
@@ -197,15 +215,17 @@ uint64_t CTiffWriter::WriteDirectory(const CTiffDirectory& directory, uint64_t n
     return place;
 }
 
-void CTiffWriter::Finish(const std::vector<CTiffDirectory>& directories)
+std::vector<uint64_t> CTiffWriter::Finish(const std::vector<CTiffDirectory>& directories)
 {
     uint64_t mostBytes = _Size;
     for (const CTiffDirectory& directory : directories)
         mostBytes += MostBytesOf(directory);
-    _IsBig = mostBytes > 0xFFFFFFFFU;
+    _IsBig = _IsBig || mostBytes > 0xFFFFFFFFU;
+    // From the last one on, as each has to know where the next one is.
+    std::vector<uint64_t> places(directories.size());
     uint64_t next = 0;
-    for (auto directory = directories.rbegin(); directory != directories.rend(); ++directory)
-        next = WriteDirectory(*directory, next);
+    for (size_t i = directories.size(); i-- > 0;)
+        next = places[i] = WriteDirectory(directories[i], next);
 
     std::vector<uint8_t> header = {'I', 'I'};
     Put(header, uint16_t{_IsBig ? uint16_t{43} : uint16_t{42}});
@@ -219,9 +239,12 @@ void CTiffWriter::Finish(const std::vector<CTiffDirectory>& directories)
     {
         Put(header, static_cast<uint32_t>(next));
     }
+    Flush();
+    _Writing.get();
     std::fseek(_File.Stream(), 0, SEEK_SET);
     _File.Write(header);
     _File.Finish();
+    return places;
 }
 
 } // namespace HostTool

@@ -3,6 +3,7 @@
 #include "HostTool/OutputFile.h"
 
 #include <cstdint>
+#include <future>
 #include <map>
 #include <span>
 #include <string>
@@ -49,8 +50,11 @@ private:
 class CTiffWriter
 {
 public:
-    /// Throws CHostError if the file can't be made.
-    explicit CTiffWriter(const std::filesystem::path& path);
+    /// `isBig`: a BigTIFF file in any case. Throws CHostError if the file can't be made.
+    explicit CTiffWriter(const std::filesystem::path& path, bool isBig = false);
+    ~CTiffWriter();
+    CTiffWriter(const CTiffWriter&) = delete;
+    CTiffWriter& operator=(const CTiffWriter&) = delete;
 
     /// Appends data and answers its place in the file. Throws CHostError.
     uint64_t Append(std::span<const uint8_t> bytes);
@@ -58,20 +62,23 @@ public:
     /// Appends directly behind what was appended last. Throws CHostError.
     void Continue(std::span<const uint8_t> bytes) { Write(bytes); }
 
-    /// Writes the directories, of which each points at the next, and gives the file its name. Throws CHostError.
-    void Finish(const std::vector<CTiffDirectory>& directories);
-
-    uint64_t Size() const { return _Size; }
+    /// Writes the directories, of which each points at the next, and gives the file its name. Answers where each of
+    /// them is. Throws CHostError.
+    std::vector<uint64_t> Finish(const std::vector<CTiffDirectory>& directories);
 
 private:
     class CEncoder;
 
     void Write(std::span<const uint8_t> bytes);
+    void Flush();
     uint64_t WriteDirectory(const CTiffDirectory& directory, uint64_t next);
 
     COutputFile _File;
-    uint64_t _Size = 0;
-    bool _IsBig = false;
+    uint64_t _Size = 0; ///< with what is not written yet
+    bool _IsBig;
+    std::vector<uint8_t> _Gathered; ///< the end of the file
+    std::vector<uint8_t> _BeingWritten;
+    std::future<void> _Writing; ///< of the latter, while more is being gathered
 };
 
 /// The nearest fraction that TIFF can hold; 0 for what is no number or below 0.

@@ -1,23 +1,12 @@
 #pragma once
 
+#include "HostTool/Pixels/Colour.h"
 #include "HostTool/Pixels/GroupPixels.h"
 
-#include <array>
 #include <mutex>
 
 namespace HostTool
 {
-
-/// A colour for what is not stored, 8 bits each.
-struct CColour
-{
-    uint8_t Red = 255;
-    uint8_t Green = 255;
-    uint8_t Blue = 255;
-};
-
-/// A pixel of that colour in a format; grey is its lightness.
-std::array<uint8_t, 24> PixelOf(const CColour& colour, const CPixelFormat& format);
 
 /// Tiles that could not be decoded. Several threads may add to it at once.
 class CTileFailures

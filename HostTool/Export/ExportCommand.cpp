@@ -1,0 +1,294 @@
+#include "HostTool/Export/ExportCommand.h"
+
+#include "HostTool/Export/OmeXml.h"
+#include "HostTool/Export/PlaneExport.h"
+#include "HostTool/Export/Proof.h"
+#include "HostTool/HostError.h"
+#include "HostTool/Pixels/CommonOptions.h"
+#include "HostTool/Text.h"
+
+#include <CLI/CLI.hpp>
+#include <algorithm>
+#include <iostream>
+#include <map>
+
+namespace HostTool
+{
+
+namespace
+{
+
+/// A group on its way into the file.
+struct CGroupExport
+{
+    CGroupExport(const CDocument& document, int number, std::optional<ValueKind> values)
+        : Pixels(document, number, values), Plan(PlanOf(Pixels)), Facts(FactsOf(document.Group(number), Remarks))
+    {
+    }
+    uint64_t NumOfTiles() const
+    {
+        uint64_t tiles = 0;
+        for (const CLevelPlan& level : Plan)
+            tiles += level.NumOfCols() * level.NumOfRows();
+        return tiles * PlanesOf(Pixels).size();
+    }
+
+    CGroupPixels Pixels;
+    std::vector<CLevelPlan> Plan;
+    Diagnostics Remarks;
+    CGroupFacts Facts;
+    CExportCounts Counts;
+};
+
+/// Where the images of a position lie on an axis; evenly spaced ones are told by the axis itself.
+std::vector<std::optional<double>> PlacesOn(const CGroupExport& group, AC_AxisType type, int64_t count)
+{
+    std::vector<std::optional<double>> places(static_cast<size_t>(count));
+    const auto axis = std::find_if(group.Facts.Axes.begin(), group.Facts.Axes.end(),
+                                   [&](const CAxisFacts& candidate) { return candidate.Type == type; });
+    if (axis == group.Facts.Axes.end() || !axis->Units)
+        return places;
+    const bool isTime = type == AC_AT_TIME;
+    const CLevel& finest = group.Pixels.Level(0);
+    for (size_t i = 0; i < places.size(); ++i)
+    {
+        std::optional<double> place;
+        if (axis->Start && axis->Step.value_or(0) > 0)
+        {
+            place = *axis->Start + static_cast<double>(i) * *axis->Step;
+        }
+        else
+        {
+            CPosition position;
+            position.Channel = group.Pixels.Channels().front().ID;
+            (isTime ? position.T : position.Z) = static_cast<int64_t>(i);
+            constexpr double millisecondsPerSecond = 1000;
+            if (const auto image = group.Pixels.FindImage(finest, finest.FirstCol, finest.FirstRow, position))
+                place = image->AxisPosition(isTime ? L"TIMELAPSE" : L"ZSTACK");
+            if (place && isTime)
+                *place /= millisecondsPerSecond;
+        }
+        if (place)
+            places[i] = isTime ? place : Micrometres(*place, *axis->Units);
+    }
+    return places;
+}
+
+void RequireHoldable(const CDocument& document, const CGroupExport& group)
+{
+    const CPixelFormat& format = group.Pixels.Channels().front().Format;
+    for (const CChannelPixels& channel : group.Pixels.Channels())
+        if (OmeTypeOf(channel.Format).empty() || channel.Format != format)
+            throw CHostError(ExitCode::WrongUsage,
+                             document.Path().string() + ": OME-TIFF cannot hold the pixels of channel " +
+                                 std::to_string(channel.ID) + " of " + NameOfGroup(group.Pixels.Group()) +
+                                 "; 'zel region -c' writes them, or say --values float");
+}
+
+std::string TextOfCount(uint64_t count, const std::string& thing)
+{
+    return std::to_string(count) + " " + thing + (count == 1 ? "" : "s");
+}
+
+/// The file, from its tiles to its name.
+class CExporter
+{
+public:
+    CExporter(const CDocument& document, const CExportRequest& request) : _Document(document), _Request(request)
+    {
+        for (int number = 0; number < document.NumOfGroups(); ++number)
+            if (request.Group.value_or(number) == number)
+            {
+                _Groups.push_back(std::make_unique<CGroupExport>(document, number, request.Values));
+                RequireHoldable(document, *_Groups.back());
+            }
+        if (_Groups.empty())
+            throw CHostError(ExitCode::WrongUsage, document.Path().string() + ": the document has no pictures");
+    }
+
+    CExportOutcome Run()
+    {
+        Write();
+        CExportOutcome outcome;
+        for (const auto& group : _Groups)
+            Report(*group, outcome);
+        outcome.Code = _Failures.empty() ? ExitCode::Done : ExitCode::BadFile;
+        outcome.Remarks.insert(outcome.Remarks.end(), _Failures.begin(), _Failures.end());
+        if (_Request.IsProved)
+            outcome.Lines.push_back(Prove());
+        return outcome;
+    }
+
+private:
+    uint64_t NumOfTiles() const
+    {
+        uint64_t tiles = 0;
+        for (const auto& group : _Groups)
+            tiles += group->NumOfTiles();
+        return tiles;
+    }
+
+    void Write()
+    {
+        CTiffWriter file(_Request.Output, _Request.IsBigTiff);
+        CProgress progress(NumOfTiles(), "tiles");
+        std::vector<CTiffDirectory> directories;
+        for (const auto& group : _Groups)
+        {
+            CPlaneExport planes(group->Pixels, file, _Request.Background, _Request.Jobs, progress);
+            for (const CPosition& position : PlanesOf(group->Pixels))
+                directories.push_back(WritePlane(planes, *group, position));
+            group->Counts = planes.Counts();
+            AddFailures(planes.Failures(), "read");
+            AddFailures(planes.DecodeFailures(), "decoded");
+        }
+        directories.front().Set(TiffTag::ImageDescription, OmeXml());
+        directories.front().Set(TiffTag::Software, std::string("zel"));
+        _PlacesOfPlanes = file.Finish(directories);
+    }
+
+    static CTiffDirectory WritePlane(CPlaneExport& planes, const CGroupExport& group, const CPosition& position)
+    {
+        constexpr uint32_t reducedResolution = 1;
+        CTiffDirectory directory = planes.WriteLevel(group.Plan.front(), position);
+        directory.SetNumber(TiffTag::NewSubfileType, 0);
+        for (size_t level = 1; level < group.Plan.size(); ++level)
+        {
+            directory.Children.push_back(planes.WriteLevel(group.Plan[level], position));
+            directory.Children.back().SetNumber(TiffTag::NewSubfileType, reducedResolution);
+        }
+        return directory;
+    }
+
+    void AddFailures(const CTileFailures& failures, const std::string& what)
+    {
+        if (failures.Count() > 0)
+            _Failures.push_back(_Document.Path().string() + ": " + TextOfCount(failures.Count(), "tile") +
+                                " cannot be " + what + " and are background; the first is " + failures.First());
+    }
+
+    std::string OmeXml() const
+    {
+        std::vector<COmeImage> images;
+        uint64_t firstDirectory = 0;
+        for (const auto& group : _Groups)
+        {
+            const CAxisSizes& axes = group->Pixels.Axes();
+            images.push_back({&group->Pixels, &group->Facts, &group->Plan, RegionsOf(group->Pixels.Group()),
+                              PlacesOn(*group, AC_AT_TIME, axes.T), PlacesOn(*group, AC_AT_Z, axes.Z), firstDirectory});
+            firstDirectory += PlanesOf(group->Pixels).size();
+        }
+        return OmeXmlOf(FactsOf(_Document), images);
+    }
+
+    void Report(const CGroupExport& group, CExportOutcome& outcome) const
+    {
+        const CLevelPlan& finest = group.Plan.front();
+        const std::string name = NameOfGroup(group.Pixels.Group());
+        outcome.Lines.push_back(
+            _Request.Output.string() + ": " + name + ", " + std::to_string(finest.Rect.Width) + " x " +
+            std::to_string(finest.Rect.Height) + " pixels, " + TextOfCount(group.Plan.size(), "level") + ", " +
+            TextOfCount(PlanesOf(group.Pixels).size(), "plane") + "; " + TextOfCount(group.Counts.AsStored, "tile") +
+            " as stored, " + std::to_string(group.Counts.Recompressed) + " recompressed, " +
+            std::to_string(group.Counts.Background) + " background");
+        std::map<std::string, std::string> levelsByReason;
+        for (const CLevelPlan& level : group.Plan)
+            if (!level.IsAsStored())
+                levelsByReason[level.WhyNotAsStored] += " " + std::to_string(level.Level->Level);
+        for (const auto& [reason, levels] : levelsByReason)
+            outcome.Remarks.push_back(name + ": recompressed without loss, as " + reason + ": level" + levels);
+        if (finest.Rect != finest.Level->Picture)
+            outcome.Remarks.push_back(name + ": the picture begins within a tile, so " +
+                                      std::to_string(finest.Level->Picture.X - finest.Rect.X) + " pixels left of and " +
+                                      std::to_string(finest.Level->Picture.Y - finest.Rect.Y) +
+                                      " above it are there as well");
+        if (group.Counts.UnlikeOthers > 0)
+            outcome.Remarks.push_back(name + ": " + TextOfCount(group.Counts.UnlikeOthers, "tile") +
+                                      " as stored differ in size, sampling or tables from the first of their level, by "
+                                      "which readers go");
+        for (const CChannelPixels& channel : group.Pixels.Channels())
+            if (channel.AreValuesGuessed)
+                outcome.Remarks.push_back(name + ", channel " + std::to_string(channel.ID) + ": values of " +
+                                          std::to_string(8 * channel.Format.BytesPerComponent) +
+                                          " bits are taken as floating point; --values says otherwise");
+        outcome.Remarks.insert(outcome.Remarks.end(), group.Pixels.Limits().begin(), group.Pixels.Limits().end());
+    }
+
+    std::string Prove() const
+    {
+        try
+        {
+            CProgress progress(NumOfTiles(), "tiles");
+            CProof proof(_Request.Output, _Request.Background, _Request.Jobs, progress);
+            size_t plane = 0;
+            for (const auto& group : _Groups)
+                for (const CPosition& position : PlanesOf(group->Pixels))
+                    proof.ProvePlane(group->Pixels, group->Plan, position, _PlacesOfPlanes.at(plane++));
+            return _Request.Output.string() + ": read back; " + TextOfCount(proof.Counts().BytesEqual, "tile") +
+                   " equal byte for byte, " + std::to_string(proof.Counts().PixelsEqual) + " pixel for pixel";
+        }
+        catch (...)
+        {
+            std::error_code ignored;
+            std::filesystem::remove(_Request.Output, ignored);
+            throw;
+        }
+    }
+
+    const CDocument& _Document;
+    const CExportRequest& _Request;
+    std::vector<std::unique_ptr<CGroupExport>> _Groups;
+    std::vector<uint64_t> _PlacesOfPlanes;
+    std::vector<std::string> _Failures;
+};
+
+} // namespace
+
+CExportOutcome Export(const CDocument& document, const CExportRequest& request)
+{
+    if (request.Group)
+        RequireGroup(document, *request.Group);
+    return CExporter(document, request).Run();
+}
+
+void AddExportCommand(CCommandLine& line)
+{
+    struct COptions
+    {
+        CExportRequest Request;
+        int Group = -1;
+        std::string Background = "white";
+        CCommonOptions Common;
+    };
+    const auto options = std::make_shared<COptions>();
+    CLI::App& command = line.AddCommand(
+        {"export",
+         "Writes a pyramidal OME-TIFF file with all planes. JPEG, JPEG 2000 and raw tiles are copied as stored, bit "
+         "for bit; what TIFF cannot hold so is recompressed without loss.",
+         "  zel export slide.zel -o slide.ome.tif --prove\n  zel export slide.zel -g 1 -o second.ome.tif"},
+        [options](const CDocument& document)
+        {
+            CExportRequest& request = options->Request;
+            if (options->Group >= 0)
+                request.Group = options->Group;
+            request.Background = ParseColour(options->Background).value_or(CColour());
+            request.Values = options->Common.Values();
+            request.Jobs = options->Common.Jobs;
+            const CExportOutcome outcome = Export(document, request);
+            for (const std::string& text : outcome.Lines)
+                std::cout << Printable(text) << '\n';
+            for (const std::string& remark : outcome.Remarks)
+                std::cerr << "zel: " << Printable(remark) << '\n';
+            return outcome.Code;
+        });
+    command.add_option("-g,--group", options->Group, "group, from 0. Default: all of them")
+        ->check(CLI::NonNegativeNumber);
+    command.add_flag("--prove", options->Request.IsProved,
+                     "read the file back and compare each tile with the document");
+    command.add_flag("--bigtiff", options->Request.IsBigTiff, "write a BigTIFF file even where it need not be one");
+    AddBackgroundOption(command, options->Background);
+    options->Common.AddTo(command);
+    command.add_option("-o,--output", options->Request.Output, "file to write: NAME.ome.tif")->required();
+}
+
+} // namespace HostTool

@@ -1,0 +1,32 @@
+#pragma once
+
+#include "HostTool/CommandLine.h"
+#include "HostTool/Pixels/Stitch.h"
+
+namespace HostTool
+{
+
+struct CExportRequest
+{
+    std::optional<int> Group; ///< all of them if not set
+    CColour Background;
+    std::optional<ValueKind> Values;
+    unsigned Jobs = 1;
+    bool IsProved = false;
+    bool IsBigTiff = false; ///< in any case; otherwise if the file is too large for anything else
+    std::filesystem::path Output;
+};
+
+struct CExportOutcome
+{
+    std::vector<std::string> Lines;   ///< what was written
+    std::vector<std::string> Remarks; ///< what is not in the file, or not as it was, and why
+    ExitCode Code = ExitCode::Done;   ///< BadFile if there were tiles that can't be read
+};
+
+/// `zel export`: writes groups into an OME-TIFF file. Throws CHostError.
+CExportOutcome Export(const CDocument& document, const CExportRequest& request);
+
+void AddExportCommand(CCommandLine& line);
+
+} // namespace HostTool

@@ -1,0 +1,109 @@
+#include "HostTool/Export/TileEncoders.h"
+
+#include <array>
+#include <cstring>
+#include <memory>
+#include <openjpeg.h>
+
+namespace HostTool
+{
+
+namespace
+{
+
+struct CStreamDeleter
+{
+    void operator()(opj_stream_t* stream) const { opj_stream_destroy(stream); }
+};
+struct CCodecDeleter
+{
+    void operator()(opj_codec_t* codec) const { opj_destroy_codec(codec); }
+};
+struct CImageDeleter
+{
+    void operator()(opj_image_t* image) const { opj_image_destroy(image); }
+};
+
+/// Bytes in memory, as the library writes them: it goes back to fill in lengths.
+struct CBytesAndPosition
+{
+    std::vector<uint8_t> Bytes;
+    size_t Position = 0;
+};
+
+OPJ_SIZE_T Write(void* bytes, OPJ_SIZE_T size, void* user)
+{
+    auto& out = *static_cast<CBytesAndPosition*>(user);
+    out.Bytes.resize(std::max(out.Bytes.size(), out.Position + size));
+    std::memcpy(out.Bytes.data() + out.Position, bytes, size);
+    out.Position += size;
+    return size;
+}
+
+OPJ_BOOL Seek(OPJ_OFF_T position, void* user)
+{
+    static_cast<CBytesAndPosition*>(user)->Position = static_cast<size_t>(position);
+    return OPJ_TRUE;
+}
+
+OPJ_OFF_T Skip(OPJ_OFF_T count, void* user)
+{
+    static_cast<CBytesAndPosition*>(user)->Position += static_cast<size_t>(count);
+    return count;
+}
+
+std::unique_ptr<opj_image_t, CImageDeleter> ImageOfOneColour(const CColour& colour, uint32_t width, uint32_t height,
+                                                             const CPixelFormat& format)
+{
+    std::array<opj_image_cmptparm_t, 3> parameters{};
+    for (auto& parameter : parameters)
+    {
+        parameter.dx = parameter.dy = 1;
+        parameter.w = width;
+        parameter.h = height;
+        parameter.prec = 8 * format.BytesPerComponent;
+    }
+    std::unique_ptr<opj_image_t, CImageDeleter> image(opj_image_create(
+        format.NumOfComponents, parameters.data(), format.IsColour() ? OPJ_CLRSPC_SRGB : OPJ_CLRSPC_GRAY));
+    if (!image)
+        throw CTileError("the JPEG 2000 library cannot be started");
+    image->x1 = width;
+    image->y1 = height;
+    const auto pixel = PixelOf(colour, format);
+    for (uint32_t i = 0; i < format.NumOfComponents; ++i)
+    {
+        const uint8_t* component = pixel.data() + size_t{i} * format.BytesPerComponent;
+        const OPJ_INT32 value = component[0] | (format.BytesPerComponent == 2 ? component[1] << 8 : 0);
+        std::fill_n(image->comps[i].data, size_t{width} * height, value);
+    }
+    return image;
+}
+
+} // namespace
+
+std::vector<uint8_t> EncodeJ2kOfOneColour(const CColour& colour, uint32_t width, uint32_t height,
+                                          const CPixelFormat& format, bool isCodestream)
+{
+    const auto image = ImageOfOneColour(colour, width, height, format);
+    const std::unique_ptr<opj_codec_t, CCodecDeleter> codec(
+        opj_create_compress(isCodestream ? OPJ_CODEC_J2K : OPJ_CODEC_JP2));
+    const std::unique_ptr<opj_stream_t, CStreamDeleter> stream(opj_stream_default_create(OPJ_FALSE));
+    opj_cparameters_t parameters;
+    opj_set_default_encoder_parameters(&parameters);
+    parameters.tcp_numlayers = 1;
+    parameters.cp_disto_alloc = 1;
+    parameters.numresolution = 1; // there is nothing to resolve, and tiles may be small
+    CBytesAndPosition out;
+    if (!codec || !stream || !opj_setup_encoder(codec.get(), &parameters, image.get()))
+        throw CTileError("the JPEG 2000 library cannot be started");
+    opj_stream_set_user_data(stream.get(), &out, nullptr);
+    opj_stream_set_write_function(stream.get(), Write);
+    opj_stream_set_seek_function(stream.get(), Seek);
+    opj_stream_set_skip_function(stream.get(), Skip);
+    if (!opj_start_compress(codec.get(), image.get(), stream.get()) || !opj_encode(codec.get(), stream.get()) ||
+        !opj_end_compress(codec.get(), stream.get()))
+        throw CTileError("a JPEG 2000 stream like those of the tiles cannot be made");
+    return std::move(out.Bytes);
+}
+
+} // namespace HostTool

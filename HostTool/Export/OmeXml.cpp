@@ -1,0 +1,444 @@
+#include "HostTool/Export/OmeXml.h"
+
+#include <algorithm>
+#include <charconv>
+#include <cmath>
+#include <pugixml.hpp>
+#include <sstream>
+
+namespace HostTool
+{
+
+namespace
+{
+
+using Node = pugi::xml_node;
+
+/// The shortest text that reads back as the number, in any locale.
+std::string NumberText(double number)
+{
+    char text[32];
+    const auto [end, error] = std::to_chars(text, text + sizeof(text), number);
+    return error == std::errc() ? std::string(text, end) : "0";
+}
+
+/// XML has no way to write most control characters.
+std::string WithoutControls(std::string text)
+{
+    std::replace_if(
+        text.begin(), text.end(),
+        [](char c) { return static_cast<unsigned char>(c) < 0x20 && c != '\n' && c != '\t' && c != '\r'; }, '?');
+    return text;
+}
+
+Node AddChild(Node parent, const char* name)
+{
+    return parent.append_child(name);
+}
+
+Node AddText(Node parent, const char* name, const std::string& text)
+{
+    Node child = AddChild(parent, name);
+    child.text().set(WithoutControls(text).c_str());
+    return child;
+}
+
+void Set(Node node, const char* name, const std::string& value)
+{
+    node.append_attribute(name).set_value(WithoutControls(value).c_str());
+}
+
+void Set(Node node, const char* name, const std::optional<std::string>& value)
+{
+    if (value)
+        Set(node, name, *value);
+}
+
+void Set(Node node, const char* name, std::optional<double> value)
+{
+    if (value && std::isfinite(*value))
+        Set(node, name, NumberText(*value));
+}
+
+void SetCount(Node node, const char* name, uint64_t value)
+{
+    Set(node, name, std::to_string(value));
+}
+
+void SetMeasured(Node node, const std::string& name, std::optional<double> value, const std::string& unit)
+{
+    if (!value || !std::isfinite(*value))
+        return;
+    Set(node, name.c_str(), value);
+    Set(node, (name + "Unit").c_str(), unit);
+}
+
+/// One of the words that the data model has.
+std::string ImmersionOf(std::string text)
+{
+    std::transform(text.begin(), text.end(), text.begin(),
+                   [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 'a' - 'A') : c; });
+    for (const auto& [part, word] : {std::pair{"oil", "Oil"}, std::pair{"water", "Water"}, std::pair{"air", "Air"},
+                                     std::pair{"glycer", "Glycerol"}})
+        if (text.find(part) != std::string::npos)
+            return word;
+    return "Other";
+}
+
+/// A colour as the data model has it: four bytes, the last of which says that it covers, in one signed number.
+std::string ColourNumber(const std::array<int, 3>& colour)
+{
+    const auto byte = [](int value) { return static_cast<uint32_t>(std::clamp(value, 0, 255)); };
+    const uint32_t number = byte(colour[0]) << 24 | byte(colour[1]) << 16 | byte(colour[2]) << 8 | 255;
+    return std::to_string(static_cast<int32_t>(number));
+}
+
+const CAxisFacts* AxisOf(const CGroupFacts& group, AC_AxisType type)
+{
+    const auto axis = std::find_if(group.Axes.begin(), group.Axes.end(),
+                                   [&](const CAxisFacts& candidate) { return candidate.Type == type; });
+    return axis == group.Axes.end() ? nullptr : &*axis;
+}
+
+std::optional<double> StepInMicrometres(const CGroupFacts& group, AC_AxisType type)
+{
+    const CAxisFacts* axis = AxisOf(group, type);
+    if (!axis || !axis->Step || *axis->Step <= 0 || !axis->Units)
+        return std::nullopt;
+    return Micrometres(*axis->Step, *axis->Units);
+}
+
+/// The parts of an image that stand apart from it, by the numbers that join them.
+class CImageWriter
+{
+public:
+    CImageWriter(const COmeImage& image, size_t number) : _Image(image), _Number(std::to_string(number)) {}
+
+    void WriteInstrument(Node ome, const CDocumentFacts& document) const
+    {
+        Node instrument = AddChild(ome, "Instrument");
+        Set(instrument, "ID", "Instrument:" + _Number);
+        Set(AddChild(instrument, "Microscope"), "Model", document.DeviceName);
+        if (!_Image.Facts->Lens)
+            return;
+        const CLensFacts& lens = *_Image.Facts->Lens;
+        Node objective = AddChild(instrument, "Objective");
+        Set(objective, "ID", "Objective:" + _Number);
+        Set(objective, "Model", lens.Name);
+        if (lens.Immersion)
+            Set(objective, "Immersion", ImmersionOf(*lens.Immersion));
+        Set(objective, "LensNA", lens.NumericalAperture);
+        Set(objective, "NominalMagnification", lens.Magnification);
+        SetMeasured(objective, "WorkingDistance", lens.WorkingDistance, "mm");
+    }
+
+    void WriteImage(Node ome, const CDocumentFacts& document) const
+    {
+        Node image = AddChild(ome, "Image");
+        Set(image, "ID", "Image:" + _Number);
+        Set(image, "Name", _Image.Facts->Name);
+        if (document.Created)
+            AddText(image, "AcquisitionDate", *document.Created);
+        if (document.Author)
+            Set(AddChild(image, "ExperimenterRef"), "ID", std::string("Experimenter:0"));
+        if (document.Comment)
+            AddText(image, "Description", *document.Comment);
+        Set(AddChild(image, "InstrumentRef"), "ID", "Instrument:" + _Number);
+        if (_Image.Facts->Lens)
+        {
+            Node settings = AddChild(image, "ObjectiveSettings");
+            Set(settings, "ID", "Objective:" + _Number);
+            Set(settings, "RefractiveIndex", _Image.Facts->Lens->RefractiveIndex);
+        }
+        WriteStage(image);
+        WritePixels(image);
+        for (size_t roi = 0; roi < _Image.Regions.size(); ++roi)
+            Set(AddChild(image, "ROIRef"), "ID", RoiName(roi));
+        Set(AddChild(image, "AnnotationRef"), "ID", "Annotation:" + _Number);
+    }
+
+    void WriteAnnotation(Node annotations, const CDocumentFacts& document) const
+    {
+        Node annotation = AddChild(annotations, "MapAnnotation");
+        Set(annotation, "ID", "Annotation:" + _Number);
+        Set(annotation, "Namespace", std::string("zel"));
+        Node value = AddChild(annotation, "Value");
+        const auto add = [&](const std::string& key, const std::optional<std::string>& text)
+        {
+            if (text)
+                Set(AddText(value, "M", *text), "K", key);
+        };
+        const CGroupFacts& group = *_Image.Facts;
+        add("FormatVersion", document.FormatVersion);
+        add("DeviceVersion", document.DeviceVersion);
+        add("FamilyID", document.FamilyID);
+        add("Updated", document.Updated);
+        add("Experiment", group.Experiment);
+        add("Sample", group.Sample);
+        add("SampleComment", group.SampleComment);
+        for (const auto& [name, text] : group.Display)
+            add(name, text);
+        for (const CChannelFacts& channel : group.Channels)
+        {
+            const std::string id = " of channel " + std::to_string(channel.ID);
+            add("ExposureTime" + id, channel.ExposureTime);
+            if (channel.Limits)
+                add("DisplayLimits" + id,
+                    std::to_string(channel.Limits->Shadow) + " " + std::to_string(channel.Limits->Highlight));
+        }
+        add("Left", std::to_string(Margin().first)); // of the picture, in the exported one
+        add("Top", std::to_string(Margin().second));
+    }
+
+    void WriteRegions(Node ome) const
+    {
+        for (size_t roi = 0; roi < _Image.Regions.size(); ++roi)
+        {
+            const CRegionFacts& region = _Image.Regions[roi];
+            Node node = AddChild(ome, "ROI");
+            Set(node, "ID", RoiName(roi));
+            Set(node, "Name", region.Name);
+            WriteShape(AddChild(node, "Union"), region, roi);
+        }
+    }
+
+private:
+    const CPixelRect& Rect() const { return _Image.Plan->front().Rect; }
+    std::pair<int64_t, int64_t> Margin() const
+    {
+        const CPixelRect& picture = _Image.Plan->front().Level->Picture;
+        return {picture.X - Rect().X, picture.Y - Rect().Y};
+    }
+    std::string RoiName(size_t roi) const { return "ROI:" + _Number + "." + std::to_string(roi); }
+
+    void WriteStage(Node image) const
+    {
+        if (!_Image.Facts->StagePosition)
+            return;
+        constexpr double nanometresPerMicrometre = 1000;
+        Node stage = AddChild(image, "StageLabel");
+        Set(stage, "Name", std::string("stage"));
+        SetMeasured(stage, "X", _Image.Facts->StagePosition->x / nanometresPerMicrometre, "µm");
+        SetMeasured(stage, "Y", _Image.Facts->StagePosition->y / nanometresPerMicrometre, "µm");
+    }
+
+    void WritePixels(Node image) const
+    {
+        const CGroupPixels& pixels = *_Image.Pixels;
+        const CAxisSizes& axes = pixels.Axes();
+        const CPixelFormat& format = pixels.Channels().front().Format;
+        const CLevel& finest = pixels.Level(0);
+        Node node = AddChild(image, "Pixels");
+        Set(node, "ID", "Pixels:" + _Number);
+        Set(node, "DimensionOrder", std::string("XYCZT"));
+        Set(node, "Type", OmeTypeOf(format));
+        if (const auto bits = _Image.Facts->Channels.front().NumOfUsedBits)
+            SetCount(node, "SignificantBits", static_cast<uint64_t>(*bits));
+        Set(node, "BigEndian", std::string("false"));
+        Set(node, "Interleaved", std::string(format.IsColour() ? "true" : "false"));
+        SetCount(node, "SizeX", static_cast<uint64_t>(Rect().Width));
+        SetCount(node, "SizeY", static_cast<uint64_t>(Rect().Height));
+        SetCount(node, "SizeZ", static_cast<uint64_t>(axes.Z));
+        SetCount(node, "SizeC", pixels.Channels().size() * static_cast<uint64_t>(axes.Lambda) * format.NumOfComponents);
+        SetCount(node, "SizeT", static_cast<uint64_t>(axes.T));
+        SetMeasured(node, "PhysicalSizeX", finest.PixelWidth, "µm");
+        SetMeasured(node, "PhysicalSizeY", finest.PixelHeight, "µm");
+        SetMeasured(node, "PhysicalSizeZ", StepInMicrometres(*_Image.Facts, AC_AT_Z), "µm");
+        if (const CAxisFacts* time = AxisOf(*_Image.Facts, AC_AT_TIME); time && time->Step.value_or(0) > 0)
+            SetMeasured(node, "TimeIncrement", time->Step, "s");
+        WriteChannels(node);
+        const auto planes = PlanesOf(pixels);
+        for (size_t plane = 0; plane < planes.size(); ++plane)
+            WriteTiffData(node, planes[plane], plane);
+        for (const CPosition& plane : planes)
+            WritePlane(node, plane);
+    }
+
+    /// The index of a plane on the axis of channels, which holds wavelengths as well.
+    uint64_t ChannelIndex(const CPosition& plane) const
+    {
+        const auto& channels = _Image.Pixels->Channels();
+        const auto channel =
+            std::find_if(channels.begin(), channels.end(),
+                         [&](const CChannelPixels& candidate) { return candidate.ID == plane.Channel; });
+        return static_cast<uint64_t>(channel - channels.begin()) * static_cast<uint64_t>(_Image.Pixels->Axes().Lambda) +
+               static_cast<uint64_t>(plane.Lambda);
+    }
+
+    void WriteChannels(Node node) const
+    {
+        const CAxisFacts* lambda = AxisOf(*_Image.Facts, AC_AT_LAMBDA);
+        size_t index = 0;
+        for (const CChannelFacts& facts : _Image.Facts->Channels)
+            for (int64_t i = 0; i < _Image.Pixels->Axes().Lambda; ++i, ++index)
+            {
+                std::string name = facts.Name.value_or("Channel " + std::to_string(facts.ID));
+                std::optional<double> wavelength;
+                if (lambda && lambda->Start && lambda->Step.value_or(0) > 0 && lambda->Units)
+                {
+                    const double start = *lambda->Start + static_cast<double>(i) * *lambda->Step;
+                    if (const auto micrometres = Micrometres(start, *lambda->Units))
+                        wavelength = std::round(*micrometres * 1e6) / 1e3; // nanometres, without noise of the division
+                }
+                if (_Image.Pixels->Axes().Lambda > 1)
+                    name += wavelength ? ", " + NumberText(*wavelength) + " nm" : ", wavelength " + std::to_string(i);
+                Node channel = AddChild(node, "Channel");
+                Set(channel, "ID", "Channel:" + _Number + ":" + std::to_string(index));
+                Set(channel, "Name", name);
+                SetCount(channel, "SamplesPerPixel", _Image.Pixels->Channel(facts.ID).Format.NumOfComponents);
+                SetMeasured(channel, "EmissionWavelength", wavelength, "nm");
+                if (!facts.LookUpTable.empty())
+                    Set(channel, "Color", ColourNumber(facts.LookUpTable.back()));
+            }
+    }
+
+    void SetIndexes(Node node, const CPosition& plane, const std::string& prefix) const
+    {
+        SetCount(node, (prefix + "Z").c_str(), static_cast<uint64_t>(plane.Z));
+        SetCount(node, (prefix + "C").c_str(), ChannelIndex(plane));
+        SetCount(node, (prefix + "T").c_str(), static_cast<uint64_t>(plane.T));
+    }
+
+    void WriteTiffData(Node node, const CPosition& plane, size_t number) const
+    {
+        Node data = AddChild(node, "TiffData");
+        SetCount(data, "IFD", _Image.FirstDirectory + number);
+        SetCount(data, "PlaneCount", 1);
+        SetIndexes(data, plane, "First");
+    }
+
+    void WritePlane(Node node, const CPosition& position) const
+    {
+        const auto time = _Image.Times.at(static_cast<size_t>(position.T));
+        const auto depth = _Image.Depths.at(static_cast<size_t>(position.Z));
+        Node plane = AddChild(node, "Plane");
+        SetIndexes(plane, position, "The");
+        SetMeasured(plane, "DeltaT", time, "s");
+        SetMeasured(plane, "PositionZ", depth, "µm");
+    }
+
+    /// Vertices in pixels of the exported picture.
+    std::vector<std::pair<double, double>> VerticesOf(const CRegionFacts& region) const
+    {
+        std::vector<std::pair<double, double>> vertices;
+        for (const CRegionPoint& point : region.Points)
+            vertices.emplace_back(static_cast<double>(point.X - Rect().X), static_cast<double>(point.Y - Rect().Y));
+        return vertices;
+    }
+
+    void WriteShape(Node shapes, const CRegionFacts& region, size_t roi) const
+    {
+        const auto vertices = VerticesOf(region);
+        if (vertices.empty())
+            return;
+        const std::string shape = region.Shape.value_or("");
+        const bool isUprightEllipse =
+            shape == "ELLIPSE" && vertices.size() == 4 &&
+            (vertices[0].second == vertices[1].second) == (vertices[1].first == vertices[2].first) &&
+            (vertices[0].second == vertices[1].second || vertices[0].first == vertices[1].first);
+        Node node = AddChild(shapes, vertices.size() == 1 ? "Point"
+                                     : isUprightEllipse   ? "Ellipse"
+                                     : shape == "LINE"    ? "Polyline"
+                                                          : "Polygon");
+        Set(node, "ID", "Shape:" + _Number + "." + std::to_string(roi));
+        Set(node, "Text", region.Name);
+        if (vertices.size() == 1)
+        {
+            Set(node, "X", vertices[0].first);
+            Set(node, "Y", vertices[0].second);
+        }
+        else if (isUprightEllipse)
+        {
+            // Told by the corners of the rectangle around it; one runs from the first to the third.
+            Set(node, "X", (vertices[0].first + vertices[2].first) / 2);
+            Set(node, "Y", (vertices[0].second + vertices[2].second) / 2);
+            Set(node, "RadiusX", std::abs(vertices[2].first - vertices[0].first) / 2);
+            Set(node, "RadiusY", std::abs(vertices[2].second - vertices[0].second) / 2);
+        }
+        else
+        {
+            std::string points;
+            for (const auto& [x, y] : vertices)
+                points += (points.empty() ? "" : " ") + NumberText(x) + "," + NumberText(y);
+            Set(node, "Points", points);
+        }
+    }
+
+    const COmeImage& _Image;
+    std::string _Number;
+};
+
+} // namespace
+
+std::vector<CPosition> PlanesOf(const CGroupPixels& pixels)
+{
+    std::vector<CPosition> planes;
+    for (int64_t t = 0; t < pixels.Axes().T; ++t)
+        for (int64_t z = 0; z < pixels.Axes().Z; ++z)
+            for (const CChannelPixels& channel : pixels.Channels())
+                for (int64_t lambda = 0; lambda < pixels.Axes().Lambda; ++lambda)
+                    planes.push_back({channel.ID, z, t, lambda});
+    return planes;
+}
+
+std::string OmeTypeOf(const CPixelFormat& format)
+{
+    const std::string bits = std::to_string(8 * format.BytesPerComponent);
+    if (format.Values == ValueKind::Float)
+        return format.BytesPerComponent == 4 ? "float" : format.BytesPerComponent == 8 ? "double" : "";
+    if (format.BytesPerComponent > 4)
+        return "";
+    return (format.Values == ValueKind::Signed ? "int" : "uint") + bits;
+}
+
+std::optional<double> Micrometres(double value, const std::string& unit)
+{
+    // As "10^-6m^1".
+    int exponent = 0;
+    if (!unit.starts_with("10^"))
+        return std::nullopt;
+    const char* end = unit.data() + unit.size();
+    const auto [rest, error] = std::from_chars(unit.data() + 3, end, exponent);
+    if (error != std::errc() || std::string(rest, end) != "m^1" || exponent < -30 || exponent > 30)
+        return std::nullopt;
+    exponent += 6;
+    // By a division where that is exact, so that 1.5 stays 1.5.
+    return exponent >= 0 ? value * std::pow(10.0, exponent) : value / std::pow(10.0, -exponent);
+}
+
+std::string OmeXmlOf(const CDocumentFacts& document, const std::vector<COmeImage>& images)
+{
+    pugi::xml_document xml;
+    Node declaration = xml.append_child(pugi::node_declaration);
+    Set(declaration, "version", std::string("1.0"));
+    Set(declaration, "encoding", std::string("UTF-8"));
+    Node ome = AddChild(xml, "OME");
+    const std::string schema = "http://www.openmicroscopy.org/Schemas/OME/2016-06";
+    Set(ome, "xmlns", schema);
+    Set(ome, "xmlns:xsi", std::string("http://www.w3.org/2001/XMLSchema-instance"));
+    Set(ome, "xsi:schemaLocation", schema + " " + schema + "/ome.xsd");
+    Set(ome, "Creator", std::string("zel"));
+    std::vector<CImageWriter> writers;
+    for (const COmeImage& image : images)
+        writers.emplace_back(image, writers.size());
+    if (document.Author)
+    {
+        Node experimenter = AddChild(ome, "Experimenter");
+        Set(experimenter, "ID", std::string("Experimenter:0"));
+        Set(experimenter, "UserName", document.Author);
+    }
+    for (const CImageWriter& writer : writers)
+        writer.WriteInstrument(ome, document);
+    for (const CImageWriter& writer : writers)
+        writer.WriteImage(ome, document);
+    Node annotations = AddChild(ome, "StructuredAnnotations");
+    for (const CImageWriter& writer : writers)
+        writer.WriteAnnotation(annotations, document);
+    for (const CImageWriter& writer : writers)
+        writer.WriteRegions(ome);
+    std::ostringstream text;
+    xml.save(text, "", pugi::format_raw);
+    return text.str();
+}
+
+} // namespace HostTool

@@ -1,0 +1,128 @@
+#include "HostTool/Export/Proof.h"
+
+#include "HostTool/HostError.h"
+
+#include <cstring>
+#include <tiffio.h>
+
+namespace HostTool
+{
+
+struct CProof::CHandle
+{
+    explicit CHandle(TIFF* tiff) : Tiff(tiff) {}
+    ~CHandle() { TIFFClose(Tiff); }
+    CHandle(const CHandle&) = delete;
+    CHandle& operator=(const CHandle&) = delete;
+    TIFF* Tiff;
+};
+
+CProof::CProof(const std::filesystem::path& file, CColour background, unsigned jobs, CProgress& progress)
+    : _Path(file), _Background(background), _Jobs(jobs), _Progress(progress)
+{
+    // A compression that is stored is nothing that the library has to know.
+    TIFFSetWarningHandler(nullptr);
+    TIFFSetErrorHandler(nullptr);
+    TIFF* tiff = TIFFOpen(file.c_str(), "r");
+    if (!tiff)
+        Fail("it cannot be opened again");
+    _File = std::make_unique<CHandle>(tiff);
+}
+
+CProof::~CProof() = default;
+
+void CProof::Fail(const std::string& what) const
+{
+    throw CHostError(ExitCode::BadFile, _Path.string() + ": it is not what was exported: " + what +
+                                            "; the file is removed, try again on another disk");
+}
+
+void CProof::SelectDirectory(uint64_t offset)
+{
+    if (!TIFFSetSubDirectory(_File->Tiff, offset))
+        Fail("there is no directory at " + std::to_string(offset));
+}
+
+void CProof::ReadBytes(uint32_t number, ByteBuffer& bytes) const
+{
+    bytes.resize(TIFFGetStrileByteCount(_File->Tiff, number));
+    const auto size = static_cast<tmsize_t>(bytes.size());
+    if (TIFFReadRawTile(_File->Tiff, number, bytes.data(), size) != size)
+        bytes.clear();
+}
+
+void CProof::ProveStored(const CGroupPixels& pixels, const CLevelPlan& plan, const CPosition& position)
+{
+    const CTileRange first = TilesOf(*plan.Level, {plan.Rect.X, plan.Rect.Y, 1, 1});
+    ByteBuffer bytes;
+    for (uint64_t row = 0; row < plan.NumOfRows(); ++row)
+        for (uint64_t col = 0; col < plan.NumOfCols(); ++col)
+        {
+            const int64_t tileCol = first.FirstCol + static_cast<int64_t>(col);
+            const int64_t tileRow = first.FirstRow + static_cast<int64_t>(row);
+            const auto number = static_cast<uint32_t>(row * plan.NumOfCols() + col);
+            try
+            {
+                const auto tile = pixels.ReadTile(*plan.Level, tileCol, tileRow, position);
+                _Progress.Advance(1);
+                if (!tile)
+                    continue;
+                if (ReadBytes(number, bytes); bytes != tile->Bytes)
+                    Fail("the bytes of " + NameOfTile(*plan.Level, tileCol, tileRow, position) + " differ");
+            }
+            catch (const CTileError&)
+            {
+                continue; // said when it was written
+            }
+            ++_Counts.BytesEqual;
+        }
+}
+
+void CProof::ProveRecompressed(const CGroupPixels& pixels, const CLevelPlan& plan, const CPosition& position)
+{
+    const CPixelFormat& format = pixels.Channel(position.Channel).Format;
+    CStitcher stitcher(pixels, _Background, _Jobs);
+    CPixelTarget tile{nullptr, size_t{plan.TileWidth} * format.BytesPerPixel(), plan.TileWidth, plan.TileHeight,
+                      format};
+    ByteBuffer expected(tile.Stride * tile.Height);
+    ByteBuffer read(expected.size());
+    tile.Pixels = expected.data();
+    for (uint64_t row = 0; row < plan.NumOfRows(); ++row)
+        for (uint64_t col = 0; col < plan.NumOfCols(); ++col)
+        {
+            const CPixelRect rect{plan.Rect.X + static_cast<int64_t>(col * plan.TileWidth),
+                                  plan.Rect.Y + static_cast<int64_t>(row * plan.TileHeight), plan.TileWidth,
+                                  plan.TileHeight};
+            stitcher.Read(*plan.Level, position, rect, tile);
+            const auto number = static_cast<uint32_t>(row * plan.NumOfCols() + col);
+            const auto size = static_cast<tmsize_t>(read.size());
+            if (TIFFReadEncodedTile(_File->Tiff, number, read.data(), size) != size || read != expected)
+                Fail("the pixels of tile " + std::to_string(number) + " of level " + std::to_string(plan.Level->Level) +
+                     ", " + TextOf(position) + " differ");
+            ++_Counts.PixelsEqual;
+            _Progress.Advance(1);
+        }
+}
+
+void CProof::ProvePlane(const CGroupPixels& pixels, const std::vector<CLevelPlan>& plan, const CPosition& position,
+                        uint64_t offset)
+{
+    SelectDirectory(offset);
+    uint16_t numOfChildren = 0;
+    const uint64_t* children = nullptr;
+    TIFFGetField(_File->Tiff, TIFFTAG_SUBIFD, &numOfChildren, &children);
+    if (numOfChildren + size_t{1} != plan.size())
+        Fail("levels are missing");
+    const std::vector<uint64_t> offsets(children, children + numOfChildren);
+    for (size_t level = 0; level < plan.size(); ++level)
+    {
+        if (level > 0)
+            SelectDirectory(offsets[level - 1]);
+        if (plan[level].IsAsStored())
+            ProveStored(pixels, plan[level], position);
+        else
+            ProveRecompressed(pixels, plan[level], position);
+    }
+}
+
+} // namespace HostTool

@@ -1,0 +1,50 @@
+#pragma once
+
+#include "HostTool/Export/ExportPlan.h"
+#include "HostTool/Pixels/Progress.h"
+#include "HostTool/Pixels/Stitch.h"
+
+namespace HostTool
+{
+
+struct CProofCounts
+{
+    uint64_t BytesEqual = 0;  ///< tiles whose bytes are those of the document
+    uint64_t PixelsEqual = 0; ///< recompressed tiles whose pixels are
+};
+
+/// Reads planes of a group back from a TIFF file by libtiff, and compares them with the document.
+class CProof
+{
+public:
+    /// Throws CHostError if the file can't be opened.
+    CProof(const std::filesystem::path& file, CColour background, unsigned jobs, CProgress& progress);
+    ~CProof();
+    CProof(const CProof&) = delete;
+    CProof& operator=(const CProof&) = delete;
+
+    /// Compares all levels of the plane that the directory at `offset` tells of. Throws CHostError, naming the tile, if
+    /// anything differs.
+    void ProvePlane(const CGroupPixels& pixels, const std::vector<CLevelPlan>& plan, const CPosition& position,
+                    uint64_t offset);
+
+    const CProofCounts& Counts() const { return _Counts; }
+
+private:
+    void SelectDirectory(uint64_t offset);
+    void ProveStored(const CGroupPixels& pixels, const CLevelPlan& plan, const CPosition& position);
+    void ProveRecompressed(const CGroupPixels& pixels, const CLevelPlan& plan, const CPosition& position);
+    /// The bytes of a tile of the present directory; none if they can't be read.
+    void ReadBytes(uint32_t number, ByteBuffer& bytes) const;
+    [[noreturn]] void Fail(const std::string& what) const;
+
+    struct CHandle;
+    std::filesystem::path _Path;
+    CColour _Background;
+    unsigned _Jobs;
+    CProgress& _Progress;
+    std::unique_ptr<CHandle> _File;
+    CProofCounts _Counts;
+};
+
+} // namespace HostTool

@@ -1,0 +1,43 @@
+"""Tells what Python's tifffile finds in an OME-TIFF file, as JSON on a line. With a picture as well: whether the pixels
+of the file's first series and level are those of the picture."""
+
+import json
+import sys
+import xml.etree.ElementTree as ElementTree
+
+try:
+    import tifffile
+except ImportError:
+    sys.exit("python3-tifffile is missing; ./test installs what cmake/packages-debian.txt lists")
+
+OME = "{http://www.openmicroscopy.org/Schemas/OME/2016-06}"
+
+with tifffile.TiffFile(sys.argv[1]) as file:
+    ome = ElementTree.fromstring(file.ome_metadata)
+    pixels = ome.find(OME + "Image").find(OME + "Pixels")
+    facts = {
+        "is OME": file.is_ome,
+        "is big": file.is_bigtiff,
+        "series": [
+            {
+                "name": series.name,
+                "axes": series.axes,
+                "shape": series.shape,
+                "type": str(series.dtype),
+                "levels": [level.shape for level in series.levels],
+            }
+            for series in file.series
+        ],
+        "channels": [channel.get("Name") for channel in pixels.iter(OME + "Channel")],
+        "colours": [channel.get("Color") for channel in pixels.iter(OME + "Channel")],
+        "pixel": [pixels.get("PhysicalSize" + axis) for axis in "XYZ"],
+        "times": [plane.get("DeltaT") for plane in pixels.iter(OME + "Plane")],
+        "objective": dict(next(ome.iter(OME + "Objective"), {}).items()),
+        "date": ome.findtext(OME + "Image/" + OME + "AcquisitionDate"),
+        "stage": dict(next(ome.iter(OME + "StageLabel"), {}).items()),
+        "regions": [[shape.tag.removeprefix(OME), dict(shape.items())] for shape in ome.iterfind(f"{OME}ROI/{OME}Union/*")],
+    }
+    if len(sys.argv) > 2:
+        facts["is equal"] = bool((file.asarray() == tifffile.imread(sys.argv[2])).all())
+
+print(json.dumps(facts))
