@@ -168,16 +168,31 @@ CTiffWriter::~CTiffWriter()
 
 void CTiffWriter::Write(std::span<const uint8_t> bytes)
 {
+    _Size += bytes.size();
     if (_Gathered.size() + bytes.size() > BytesOfBuffer)
         Flush();
-    _Gathered.insert(_Gathered.end(), bytes.begin(), bytes.end());
-    _Size += bytes.size();
+    if (bytes.size() < BytesOfBuffer / 4)
+    {
+        _Gathered.insert(_Gathered.end(), bytes.begin(), bytes.end());
+        return;
+    }
+    // What is large costs more to be copied than it gains by being gathered.
+    Flush();
+    WaitForWriting();
+    _File.Write(bytes);
+}
+
+void CTiffWriter::WaitForWriting()
+{
+    if (_Writing.valid())
+        _Writing.get();
 }
 
 void CTiffWriter::Flush()
 {
-    if (_Writing.valid())
-        _Writing.get();
+    if (_Gathered.empty())
+        return;
+    WaitForWriting();
     std::swap(_Gathered, _BeingWritten);
     _Gathered.clear();
     _Writing = std::async(std::launch::async, [this] { _File.Write(_BeingWritten); });
@@ -240,7 +255,7 @@ std::vector<uint64_t> CTiffWriter::Finish(const std::vector<CTiffDirectory>& dir
         Put(header, static_cast<uint32_t>(next));
     }
     Flush();
-    _Writing.get();
+    WaitForWriting();
     std::fseek(_File.Stream(), 0, SEEK_SET);
     _File.Write(header);
     _File.Finish();

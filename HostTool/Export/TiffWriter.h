@@ -71,6 +71,7 @@ private:
 
     void Write(std::span<const uint8_t> bytes);
     void Flush();
+    void WaitForWriting();
     uint64_t WriteDirectory(const CTiffDirectory& directory, uint64_t next);
 
     COutputFile _File;

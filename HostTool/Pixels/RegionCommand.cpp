@@ -42,7 +42,9 @@ CPixelRect ShownRect(const CDocument& document, const CLevel& level, const std::
 /// A band of the region, as high as a row of tiles, in memory.
 struct CBand
 {
-    CBand(const CPixelRect& rect, const CPixelFormat& format) : Target{nullptr, 0, 0, 0, format}
+    /// `room`: memory of a former band, which is dear to get anew.
+    CBand(const CPixelRect& rect, const CPixelFormat& format, ByteBuffer room = {})
+        : Bytes(std::move(room)), Target{nullptr, 0, 0, 0, format}
     {
         Target.Width = static_cast<uint32_t>(rect.Width);
         Target.Height = static_cast<uint32_t>(rect.Height);
@@ -110,16 +112,19 @@ public:
     {
         const auto bands = BandsOf(_Level, _Rect);
         CProgress progress(bands.size() * NumOfPictures(), "bands");
-        std::future<void> writing;
+        std::future<ByteBuffer> writing;
+        ByteBuffer room;
         for (uint32_t picture = 0; picture < NumOfPictures(); ++picture)
             for (const CPixelRect& rect : bands)
             {
-                auto band = std::make_unique<CBand>(IsBlended() ? Blend(rect) : Read(_OneByOne[picture], rect));
-                if (writing.valid())
-                    writing.get();
+                CBand band =
+                    IsBlended() ? Blend(rect, std::move(room)) : Read(_OneByOne[picture], rect, std::move(room));
+                room = writing.valid() ? writing.get() : ByteBuffer();
                 writing = std::async(std::launch::async,
-                                     [&writer, band = std::move(band)] {
-                                         writer.Write({band->Bytes.data(), band->Bytes.size()});
+                                     [&writer, bytes = std::move(band.Bytes)]() mutable
+                                     {
+                                         writer.Write({bytes.data(), bytes.size()});
+                                         return std::move(bytes);
                                      });
                 progress.Advance(1);
             }
@@ -128,17 +133,17 @@ public:
     }
 
 private:
-    CBand Read(uint32_t channel, const CPixelRect& rect)
+    CBand Read(uint32_t channel, const CPixelRect& rect, ByteBuffer room = {})
     {
-        CBand band(rect, _Pixels.Channel(channel).Format);
+        CBand band(rect, _Pixels.Channel(channel).Format, std::move(room));
         CPosition position = _Request.Position;
         position.Channel = channel;
         _Stitcher.Read(_Level, position, rect, band.Target);
         return band;
     }
-    CBand Blend(const CPixelRect& rect)
+    CBand Blend(const CPixelRect& rect, ByteBuffer room)
     {
-        CBand sum(rect, {3, 1, ValueKind::Unsigned});
+        CBand sum(rect, {3, 1, ValueKind::Unsigned}, std::move(room));
         std::fill(sum.Bytes.begin(), sum.Bytes.end(), uint8_t{0});
         const size_t numOfPixels = sum.Bytes.size() / 3;
         for (size_t i = 0; i < _Blended.size(); ++i)
