@@ -353,23 +353,6 @@ std::optional<ByteBuffer> CDocument::Overview() const
     return bytes && !bytes->empty() ? std::move(bytes) : std::nullopt;
 }
 
-std::vector<std::filesystem::path> CDocument::Files() const
-{
-    const std::wstring name = ToWide(_Path.string());
-    UINT numOfFiles = 0;
-    Require(_Host.GetNumOfFiles(name.c_str(), &numOfFiles), "cannot list its files");
-    std::vector<std::filesystem::path> files;
-    for (UINT i = 0; i < numOfFiles; ++i)
-    {
-        UINT size = 0;
-        Require(_Host.GetFileName(name.c_str(), i, nullptr, &size), "cannot list its files");
-        std::wstring file(size / sizeof(wchar_t), L'\0');
-        Require(_Host.GetFileName(name.c_str(), i, file.data(), &size), "cannot list its files");
-        files.emplace_back(ToUtf8(file.c_str()));
-    }
-    return files;
-}
-
 void CDocument::Require(AC_Result result, const std::string& what) const
 {
     if (result != AC_RESULT_SUCCESS)

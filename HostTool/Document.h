@@ -145,8 +145,6 @@ public:
     std::optional<ByteBuffer> Thumbnail() const;
     /// The picture of the whole slide, as it is stored; nothing if there is none.
     std::optional<ByteBuffer> Overview() const;
-    /// The names of the files that it is made of, itself first.
-    std::vector<std::filesystem::path> Files() const;
 
     const CPluginHost& Host() const { return _Host; }
     /// Throws CHostError, saying what was being done, unless `result` is a success.

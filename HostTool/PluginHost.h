@@ -39,8 +39,6 @@ public:
     const CPluginFunction<decltype(_AC_GetLUT)> GetLUT{_Module, "_AC_GetLUT"};
     const CPluginFunction<decltype(_AC_GetGroupCustomData)> GetGroupCustomData{_Module, "_AC_GetGroupCustomData"};
     const CPluginFunction<decltype(_AC_GetThumbnailData)> GetThumbnailData{_Module, "_AC_GetThumbnailData"};
-    const CPluginFunction<decltype(_AC_GetNumOfFiles)> GetNumOfFiles{_Module, "_AC_GetNumOfFiles"};
-    const CPluginFunction<decltype(_AC_GetFileName)> GetFileName{_Module, "_AC_GetFileName"};
 };
 
 /// Gives a handle back to the plug-in.
