@@ -5,10 +5,11 @@
 #include "CommonImageAccess/Handles.h"
 #include "CommonUtil/Text.h"
 
+#include <algorithm>
 #include <array>
 #include <cwchar>
-#include <list>
 #include <optional>
+#include <span>
 
 using namespace CIA;
 using namespace CommonUtil;
@@ -42,6 +43,24 @@ std::optional<AC_AxisType> AxisOfDimension(DimensionType::E type)
     return {};
 }
 
+/// The number that a text is the canonical decimal form of: no sign, blank, prefix or leading zero.
+std::optional<uint32_t> CanonicalNumber(const wchar_t* text)
+{
+    if (text[0] == L'0' && text[1] != L'\0')
+        return {};
+    uint64_t number = 0;
+    const wchar_t* digit = text;
+    for (; *digit >= L'0' && *digit <= L'9'; ++digit)
+    {
+        number = number * 10 + static_cast<uint64_t>(*digit - L'0');
+        if (number > 0xFFFFFFFF)
+            return {};
+    }
+    if (digit == text || *digit != L'\0')
+        return {};
+    return static_cast<uint32_t>(number);
+}
+
 /// The coordinates of one request: what the host asked for, in the words of the model.
 class CRequest
 {
@@ -53,17 +72,16 @@ public:
     {
         if (!text)
             return Refuse("Error: channel ID cannot be NULL!");
-        const int errnoBefore = errno; // wcstoul leaves ERANGE, which is no reason of ours
-        const auto channelID = static_cast<uint32_t>(std::wcstoul(text, nullptr, 0));
-        errno = errnoBefore;
-        if (ToWide(ToString(channelID)) != text)
+        const std::optional<uint32_t> channelID = CanonicalNumber(text);
+        if (!channelID)
         {
             ZEL_WLOG(L"Channel ID '%s' cannot be converted to integer!", text);
             return false;
         }
-        if (!DimensionOf(_image, DimensionType::DimensionType_C).IsValidCoordinate(channelID))
+        if (!DimensionOf(_image, DimensionType::DimensionType_C).IsValidCoordinate(*channelID))
             return Refuse("Channel ID lies outside the acceptable range!");
-        SelectedChannelIDs.insert(channelID);
+        LastChannelID = *channelID;
+        SelectedChannelIDs.Add(LastChannelID);
         return true;
     }
 
@@ -76,24 +94,26 @@ public:
             ZEL_LOG("ztlCoords: Unrecognized BRIX dimension type %d!", static_cast<int>(axis.nType));
             return false;
         }
-        const auto found = _image.Dimensions().find(*type);
-        if (found == _image.Dimensions().end())
+        CDimension* dimension = _image.FindDimension(*type);
+        if (!dimension)
         {
             ZEL_LOG("ztlCoords: BRIX dimension type %s invalid for this BRIX Group!", DimensionTypeToString(*type));
             ZEL_LOG("We will tolerate this only in case it is asking for for coord idx of 0...");
             return axis.nNumber == 0;
         }
-        AddCoord(*found->second, CheckedIndex(axis, *found->second));
+        AddCoord(*dimension, CheckedIndex(axis, *dimension));
         return true;
     }
 
     void AddCoord(CDimension& dimension, uint32_t index)
     {
-        Coords[dimension.Type()] = &_ownCoords.emplace_back(index, dimension, nullptr);
+        CCoordinate coordinate(index, dimension, nullptr); // asserts that the index lies on the dimension
+        Coords.Set(dimension.Type(), coordinate.Index());
     }
 
-    CCoords Coords;
-    std::set<uint32_t> SelectedChannelIDs;
+    CFrameCoords Coords;
+    CChannelSelection SelectedChannelIDs;
+    uint32_t LastChannelID = 0;
 
 private:
     static bool Refuse(const char* text)
@@ -119,25 +139,26 @@ private:
     }
 
     CMultiDimImage& _image;
-    std::list<CCoordinate> _ownCoords;
 };
 
-AC_Result FindImage(bool particularOrNext, CMultiDimTile& area, const std::vector<const wchar_t*>& channelIDs,
-                    const AC_AXIS_INFO* ztlCoordIndexes, int numOfElesInZtlCoordIndexes, AC_HTILE* phDeepZoomTile)
+using CChannelTexts = std::span<const wchar_t* const>;
+
+AC_Result FindImage(bool particularOrNext, CMultiDimTile& area, CChannelTexts channelIDs,
+                    std::span<const AC_AXIS_INFO> ztlCoordIndexes, AC_HTILE* phDeepZoomTile)
 {
     CMultiDimImage& image = area.Level().ParentMultiDimImg();
     CRequest request(image);
     for (const wchar_t* channelID : channelIDs)
         if (!request.AddChannel(channelID))
             return AC_RESULT_INVALID_PARAM;
-    for (int i = 0; i < numOfElesInZtlCoordIndexes; ++i)
-        if (!request.AddAxis(ztlCoordIndexes[i]))
+    for (const AC_AXIS_INFO& axis : ztlCoordIndexes)
+        if (!request.AddAxis(axis))
             return AC_RESULT_INVALID_PARAM;
     CDeepZoomTile* tile = nullptr;
     if (particularOrNext)
     {
         ZEL_ASSERT(channelIDs.size() == 1);
-        request.AddCoord(DimensionOf(image, DimensionType::DimensionType_C), *request.SelectedChannelIDs.begin());
+        request.AddCoord(DimensionOf(image, DimensionType::DimensionType_C), request.LastChannelID);
         tile = area.DeepZoomTile(request.Coords);
     }
     else
@@ -153,6 +174,24 @@ AC_Result FindImage(bool particularOrNext, CMultiDimTile& area, const std::vecto
     return AC_RESULT_SUCCESS;
 }
 
+/// Both requests for an image: the host's arguments tested, the document held.
+AC_Result GetImage(bool particularOrNext, AC_HMULTIDIMTILE hMultiDimTile, CChannelTexts channelIDs,
+                   const AC_AXIS_INFO* ztlCoordIndexes, int numOfElesInZtlCoordIndexes, AC_HTILE* phDeepZoomTile)
+{
+    if (particularOrNext && channelIDs.empty())
+        return Complain("Error: params 'channelIDs' is empty!");
+    if (!hMultiDimTile || (!ztlCoordIndexes && numOfElesInZtlCoordIndexes != 0) || !phDeepZoomTile)
+        return Complain("Error: params hMultiDimTile or ztlCoordIndexes or phDeepZoomTile are NULL");
+    return AtBoundary(
+        [&]
+        {
+            CMultiDimTile& area = Area(hMultiDimTile);
+            const CLock lock(DocOf(area).ThreadSafetyMutex());
+            const auto numOfAxes = static_cast<size_t>(std::max(numOfElesInZtlCoordIndexes, 0));
+            return FindImage(particularOrNext, area, channelIDs, {ztlCoordIndexes, numOfAxes}, phDeepZoomTile);
+        });
+}
+
 } // namespace
 
 extern "C"
@@ -162,29 +201,15 @@ extern "C"
                                         const std::vector<const wchar_t*>& channelIDs, AC_AXIS_INFO* ztlCoordIndexes,
                                         int numOfElesInZtlCoordIndexes, AC_HTILE* phDeepZoomTile)
     {
-        if (particularOrNext && channelIDs.empty())
-            return Complain("Error: params 'channelIDs' is empty!");
-        if (!hMultiDimTile || (!ztlCoordIndexes && numOfElesInZtlCoordIndexes != 0) || !phDeepZoomTile)
-            return Complain("Error: params hMultiDimTile or ztlCoordIndexes or phDeepZoomTile are NULL");
-        return AtBoundary(
-            [&]
-            {
-                CMultiDimTile& area = Area(hMultiDimTile);
-                const CLock lock(DocOf(area).ThreadSafetyMutex());
-                return FindImage(particularOrNext, area, channelIDs, ztlCoordIndexes, numOfElesInZtlCoordIndexes,
-                                 phDeepZoomTile);
-            });
+        return GetImage(particularOrNext, hMultiDimTile, channelIDs, ztlCoordIndexes, numOfElesInZtlCoordIndexes,
+                        phDeepZoomTile);
     }
 
     AC_Result _AC_GetImage(AC_HMULTIDIMTILE hMultiDimTile, const wchar_t* channelID, AC_AXIS_INFO* ztlCoordIndexes,
                            int numOfElesInZtlCoordIndexes, AC_HTILE* phDeepZoomTile)
     {
-        return AtBoundary(
-            [&]
-            {
-                return GetImage_ParticularOrNext(true, hMultiDimTile, {channelID}, ztlCoordIndexes,
-                                                 numOfElesInZtlCoordIndexes, phDeepZoomTile);
-            });
+        return GetImage(true, hMultiDimTile, {&channelID, 1}, ztlCoordIndexes, numOfElesInZtlCoordIndexes,
+                        phDeepZoomTile);
     }
 
     AC_Result _AC_GetNextImage(AC_HAREA hMultiDimTile, const wchar_t** channelIds, int numOfChannels,
@@ -196,8 +221,8 @@ extern "C"
             [&]
             {
                 ZEL_ASSERT(numOfChannels != 0);
-                return GetImage_ParticularOrNext(false, hMultiDimTile, {channelIds, channelIds + numOfChannels},
-                                                 ztlCoordIndexes, numOfZtlCoordIndexes, phDeepZoomTile);
+                return GetImage(false, hMultiDimTile, {channelIds, static_cast<size_t>(numOfChannels)}, ztlCoordIndexes,
+                                numOfZtlCoordIndexes, phDeepZoomTile);
             });
     }
 

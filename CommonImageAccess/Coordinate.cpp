@@ -45,14 +45,11 @@ double CCoordinate::Value()
     return _Value;
 }
 
-uint32_t CCoordinate::Index()
+uint32_t CCoordinate::WorkOutIndex()
 {
-    if (_Index == UnknownIndex)
-    {
-        const uint32_t index = _Dimension.Idx(_Value);
-        ZEL_ASSERT(index != UnknownIndex && index < _Dimension.NumOfPoints());
-        _Index = index;
-    }
+    const uint32_t index = _Dimension.Idx(_Value);
+    ZEL_ASSERT(index != UnknownIndex && index < _Dimension.NumOfPoints());
+    _Index = index;
     return _Index;
 }
 

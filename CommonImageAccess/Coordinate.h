@@ -25,13 +25,15 @@ public:
     /// In the units of the model.
     double Value();
     /// Asserts that the value falls on one of the dimension's points.
-    uint32_t Index();
+    uint32_t Index() { return _Index != 0xFFFFFFFF ? _Index : WorkOutIndex(); }
     /// The dimension as one of pixels; any other dimension is a bad cast.
     CPixelDimension& PixDim() const;
     /// The position in pixels of the display window at a zoom-out factor.
     uint32_t PixelValue(double zoomoutFactor);
 
 private:
+    uint32_t WorkOutIndex();
+
     CDimension& _Dimension;
     uint32_t _Index;
     double _Value;

@@ -24,7 +24,7 @@ uint16_t CheckedLevelID(uint32_t levelId)
 } // namespace
 
 CDeepZoomPyramidLevel::CDeepZoomPyramidLevel(uint32_t levelId, CMultiDimImage& image)
-    : ObjThatHasCoords(false), _ParentMultiDimImg(image), _LevelID(CheckedLevelID(levelId))
+    : _ParentMultiDimImg(image), _LevelID(CheckedLevelID(levelId))
 {
 }
 
@@ -114,16 +114,17 @@ double CDeepZoomPyramidLevel::FirstPointForCropOfMatrix(bool isX, int32_t crop)
 }
 
 CDeepZoomTile* CDeepZoomPyramidLevel::NextDeepZoomTileOnDisk(CDeepZoomTile& prevDeepZoomTile,
-                                                             const CCoords& selectionCriteria,
-                                                             const std::set<uint32_t>& selectedChannelIDs)
+                                                             const CFrameCoords& selectionCriteria,
+                                                             const CChannelSelection& selectedChannelIDs)
 {
     const auto fits = [&](CDeepZoomTile& tile)
     {
         const CFrameIdx& idx = tile.ParentFrame().FrameIdx();
-        for (const auto& [type, coordinate] : selectionCriteria)
-            if (coordinate->Index() != idx.SubIdx(type))
+        CDimensionTypes types = selectionCriteria.Types();
+        for (; !types.IsEmpty(); types = types.WithoutFirst())
+            if (selectionCriteria.FrameIdx().SubIdx(types.First()) != idx.SubIdx(types.First()))
                 return false;
-        return selectedChannelIDs.contains(idx.C);
+        return selectedChannelIDs.Contains(idx.C);
     };
     for (CDeepZoomTile* tile = prevDeepZoomTile.NextTileOnDisk(); tile; tile = tile->NextTileOnDisk())
     {

@@ -6,7 +6,6 @@
 #include "CommonUtil/PagedObjects.h"
 
 #include <optional>
-#include <set>
 
 namespace CIA
 {
@@ -42,8 +41,9 @@ public:
     /// How far the picture's first pixel lies inside the tile matrix, in pixels of this level, as a positive number.
     double getFirstPointForCrop(bool isX);
     /// The next tile of this level in the order of the file that fits the coordinates and is of one of the channels.
-    virtual CDeepZoomTile* NextDeepZoomTileOnDisk(CDeepZoomTile& prevDeepZoomTile, const CCoords& selectionCriteria,
-                                                  const std::set<uint32_t>& selectedChannelIDs);
+    virtual CDeepZoomTile* NextDeepZoomTileOnDisk(CDeepZoomTile& prevDeepZoomTile,
+                                                  const CFrameCoords& selectionCriteria,
+                                                  const CChannelSelection& selectedChannelIDs);
     /// The number of the TIFF directory that holds this level, 0 where there is none.
     virtual uint16_t getTiffIfd() = 0;
 
@@ -60,6 +60,7 @@ protected:
 
 private:
     struct CPropsetHandler;
+    bool IsRealWorldSizeOrPixelSizeAvailable() const override { return false; }
     bool BrixPropset_PixelLength(const AC_PARAMS& params, CBrixPropset& propset);
     double FirstPointForCropOfMatrix(bool isX, int32_t crop);
 

@@ -33,7 +33,7 @@ class CDeepZoomTile : public ObjThatHasCoords, public CBrixPropsetProvider
 {
 public:
     CDeepZoomTile(CFrame& frame, CDeepZoomPyramidLevel& level, int32_t col, int32_t row)
-        : ObjThatHasCoords(false), TileColIdx(col), TileRowIdx(row), _ParentLevel(level), _ParentFrame(frame)
+        : TileColIdx(col), TileRowIdx(row), _ParentLevel(level), _ParentFrame(frame)
     {
     }
 
@@ -64,6 +64,7 @@ protected:
 
 private:
     struct CPropsetHandler;
+    bool IsRealWorldSizeOrPixelSizeAvailable() const override { return false; }
     bool BrixPropset_StimulationROIList(const AC_PARAMS& params, CBrixPropset& propset);
     bool BrixPropset_StimulationROIInfo(const AC_PARAMS& params, CBrixPropset& propset);
     bool BrixPropset_AxisPosition(const AC_PARAMS& params, CBrixPropset& propset);

@@ -101,14 +101,11 @@ bool CDimension::_Points_init(std::vector<double>& varToInit)
     return true;
 }
 
-double CDimension::FirstPoint()
+double CDimension::WorkOutFirstPoint()
 {
-    if (std::isnan(_FirstPoint))
-    {
-        double firstPoint = _FirstPoint;
-        if (_FirstPoint_init(firstPoint))
-            _FirstPoint = firstPoint;
-    }
+    double firstPoint = _FirstPoint;
+    if (_FirstPoint_init(firstPoint))
+        _FirstPoint = firstPoint;
     return _FirstPoint;
 }
 
@@ -132,14 +129,11 @@ bool CDimension::_FirstPoint_init(double& varToInit)
     return true;
 }
 
-uint32_t CDimension::NumOfPoints()
+uint32_t CDimension::WorkOutNumOfPoints()
 {
-    if (_NumOfPoints == UnknownCount)
-    {
-        uint32_t numOfPoints = UnknownCount;
-        if (_NumOfPoints_init(numOfPoints))
-            _NumOfPoints = numOfPoints;
-    }
+    uint32_t numOfPoints = UnknownCount;
+    if (_NumOfPoints_init(numOfPoints))
+        _NumOfPoints = numOfPoints;
     return _NumOfPoints;
 }
 
@@ -165,14 +159,11 @@ double CDimension::GapBetweenPoints()
     return _GapBetweenPoints;
 }
 
-double CDimension::LastPoint()
+double CDimension::WorkOutLastPoint()
 {
-    if (std::isnan(_LastPoint))
-    {
-        double lastPoint = _LastPoint;
-        if (LastPoint_init(lastPoint))
-            _LastPoint = lastPoint;
-    }
+    double lastPoint = _LastPoint;
+    if (LastPoint_init(lastPoint))
+        _LastPoint = lastPoint;
     return _LastPoint;
 }
 

@@ -34,9 +34,11 @@ public:
     bool HasEvenlySpacedPoints();
     /// Clears errno.
     bool IsEachPointAPixel();
-    uint32_t NumOfPoints(); ///< 0xFFFFFFFF: unknown
-    double FirstPoint();    ///< NaN: unknown
-    double LastPoint();     ///< NaN: unknown
+    /// 0xFFFFFFFF: unknown.
+    uint32_t NumOfPoints() { return _NumOfPoints != 0xFFFFFFFF ? _NumOfPoints : WorkOutNumOfPoints(); }
+    // NaN: unknown, and a NaN is what differs from itself.
+    double FirstPoint() { return _FirstPoint == _FirstPoint ? _FirstPoint : WorkOutFirstPoint(); }
+    double LastPoint() { return _LastPoint == _LastPoint ? _LastPoint : WorkOutLastPoint(); }
     /// The distance from one point to the next, negative when the values fall; NaN: unknown. Asked of an uneven
     /// dimension it is a failed assertion.
     double GapBetweenPoints();
@@ -70,6 +72,9 @@ protected:
 
 private:
     bool HasEvenlySpacedPoints_init_andChangeToEvenlySpacedIfNeeded_core(bool& varToInit);
+    uint32_t WorkOutNumOfPoints();
+    double WorkOutFirstPoint();
+    double WorkOutLastPoint();
     bool _FirstPoint_init(double& varToInit);
     bool _NumOfPoints_init(uint32_t& varToInit);
     bool _Points_init(std::vector<double>& varToInit);

@@ -21,21 +21,6 @@ bool IsMandatoryDimension(DimensionType::E type)
     return std::find(mandatory.begin(), mandatory.end(), type) != mandatory.end();
 }
 
-bool IsXOrY(DimensionType::E type)
-{
-    return type == DimensionType::DimensionType_X || type == DimensionType::DimensionType_Y;
-}
-
-bool IsUnitlessDimension(DimensionType::E type)
-{
-    return type == DimensionType::DimensionType_C || type == DimensionType::DimensionType_P;
-}
-
-bool IsFrameDifferentiatorCoordDimension(DimensionType::E type)
-{
-    return !IsXOrY(type) && type != DimensionType::DimensionType_P;
-}
-
 const char* DimensionTypeToString(DimensionType::E type)
 {
     switch (type)

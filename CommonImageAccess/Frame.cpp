@@ -6,7 +6,6 @@
 #include "CommonUtil/Log.h"
 
 #include <algorithm>
-#include <array>
 #include <cerrno>
 
 namespace CIA
@@ -16,9 +15,6 @@ using namespace CommonUtil;
 
 namespace
 {
-
-constexpr std::array FrameDifferentiators = {DimensionType::DimensionType_Z, DimensionType::DimensionType_T,
-                                             DimensionType::DimensionType_L, DimensionType::DimensionType_C};
 
 /// What a frame answers whose tiles could not be listed.
 class CNoDeepZoomTiles : public CDeepZoomTiles
@@ -38,56 +34,7 @@ CDeepZoomTiles& NoDeepZoomTiles()
 
 } // namespace
 
-CFrameIdx::CFrameIdx(const CCoords& coords)
-{
-    for (const auto& [type, coord] : coords)
-    {
-        ZEL_ASSERT(type == DimensionType::DimensionType_Z || type == DimensionType::DimensionType_C ||
-                   type == DimensionType::DimensionType_L || type == DimensionType::DimensionType_T);
-        SetSubIdx(type, coord->Index());
-    }
-}
-
-uint32_t CFrameIdx::SubIdx(DimensionType::E dimensionType) const
-{
-    switch (dimensionType)
-    {
-    case DimensionType::DimensionType_Z:
-        return Z;
-    case DimensionType::DimensionType_T:
-        return T;
-    case DimensionType::DimensionType_L:
-        return L;
-    case DimensionType::DimensionType_C:
-        return C;
-    default:
-        oldAbortCommonUtil();
-    }
-}
-
-void CFrameIdx::SetSubIdx(DimensionType::E dimensionType, uint32_t index)
-{
-    switch (dimensionType)
-    {
-    case DimensionType::DimensionType_Z:
-        Z = index;
-        break;
-    case DimensionType::DimensionType_T:
-        T = index;
-        break;
-    case DimensionType::DimensionType_L:
-        L = index;
-        break;
-    case DimensionType::DimensionType_C:
-        C = index;
-        break;
-    default:
-        oldAbortCommonUtil();
-    }
-}
-
-CFrame::CFrame(CMultiDimImage& image, const CFrameIdx& idx)
-    : ObjThatHasCoords(false), _ParentMultiDimImg(image), Idx(idx)
+CFrame::CFrame(CMultiDimImage& image, const CFrameIdx& idx) : _ParentMultiDimImg(image), Idx(idx)
 {
     DbgValidateIdx();
 }
@@ -151,10 +98,8 @@ CPixelFrameFormat& CFrame::Channel()
     return *found->second;
 }
 
-CDeepZoomTiles& CFrame::DeepZoomTiles()
+CDeepZoomTiles& CFrame::ListDeepZoomTiles()
 {
-    if (_DeepZoomTiles)
-        return *_DeepZoomTiles;
     DbgValidateIdx();
     std::unique_ptr<CDeepZoomTiles> tiles = DeepZoomTiles_init();
     if (!tiles)

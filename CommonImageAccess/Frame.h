@@ -2,6 +2,7 @@
 #include "CommonImageAccess/DeepZoomTile.h"
 #include "CommonImageAccess/ObjThatHasCoords.h"
 #include "CommonUtil/ArrayStartAndSize.h"
+#include "CommonUtil/Assertion.h"
 
 #include <compare>
 #include <memory>
@@ -22,15 +23,53 @@ struct CFrameIdx
 
     CFrameIdx() = default;
     CFrameIdx(uint32_t z, uint32_t c, uint32_t l, uint32_t t) : Z(z), C(c), L(l), T(t) {}
-    /// The key of a map of coordinates, which must hold none of X, Y and P (assertion).
-    explicit CFrameIdx(const CCoords& coords);
 
     /// By Z, then C, then L, then T.
     auto operator<=>(const CFrameIdx&) const = default;
 
     /// The index on Z, T, L or C; any other type ends the process.
-    uint32_t SubIdx(DimensionType::E dimensionType) const;
-    void SetSubIdx(DimensionType::E dimensionType, uint32_t index);
+    uint32_t SubIdx(DimensionType::E dimensionType) const { return this->*SubIdxOf(dimensionType); }
+    void SetSubIdx(DimensionType::E dimensionType, uint32_t index) { this->*SubIdxOf(dimensionType) = index; }
+
+private:
+    static uint32_t CFrameIdx::*SubIdxOf(DimensionType::E dimensionType)
+    {
+        switch (dimensionType)
+        {
+        case DimensionType::DimensionType_Z:
+            return &CFrameIdx::Z;
+        case DimensionType::DimensionType_T:
+            return &CFrameIdx::T;
+        case DimensionType::DimensionType_L:
+            return &CFrameIdx::L;
+        case DimensionType::DimensionType_C:
+            return &CFrameIdx::C;
+        default:
+            CommonUtil::oldAbortCommonUtil();
+        }
+    }
+};
+
+/// What a request says of a frame: its index on some of the dimensions that tell frames apart. Made for each request,
+/// so that it takes no heap.
+class CFrameCoords
+{
+public:
+    bool Has(DimensionType::E type) const { return _types.Has(type); }
+    CDimensionTypes Types() const { return _types; }
+    /// Asserts that the dimension tells frames apart.
+    void Set(DimensionType::E type, uint32_t index)
+    {
+        ZEL_ASSERT(IsFrameDifferentiatorCoordDimension(type));
+        _idx.SetSubIdx(type, index);
+        _types.Add(type);
+    }
+    /// With 0 on the dimensions that were not named.
+    const CFrameIdx& FrameIdx() const { return _idx; }
+
+private:
+    CFrameIdx _idx;
+    CDimensionTypes _types; ///< which dimensions were named
 };
 
 /// One plane of an image: one combination of Z, C, L and T, as wide and high as the image. It owns its tiles.
@@ -45,7 +84,7 @@ public:
     /// The channel of this frame, owned by the image.
     CPixelFrameFormat& Channel();
     /// The tiles of this frame at all levels. Empty when they could not be listed; the next call tries again.
-    CDeepZoomTiles& DeepZoomTiles();
+    CDeepZoomTiles& DeepZoomTiles() { return _DeepZoomTiles ? *_DeepZoomTiles : ListDeepZoomTiles(); }
     /// The JPEG tables that the tiles of a Jpeg7 frame lack, owned by this frame. Empty, with EBADFD, for any other
     /// compression.
     CommonUtil::CArrayStartAndSize<const unsigned char> JpegTables();
@@ -63,6 +102,8 @@ protected:
     virtual std::vector<unsigned char> JpegTables_init() = 0;
 
 private:
+    bool IsRealWorldSizeOrPixelSizeAvailable() const override { return false; }
+    CDeepZoomTiles& ListDeepZoomTiles();
     void DbgValidateDeepZoomTiles(const CDeepZoomTiles& tiles);
 
     CMultiDimImage& _ParentMultiDimImg;

@@ -41,10 +41,9 @@ inline CImgDoc& DocOf(CDeepZoomTile& tile)
 /// The dimension of an image; asserts that the image has it.
 inline CDimension& DimensionOf(CMultiDimImage& image, DimensionType::E type)
 {
-    const CDimensions& dimensions = image.Dimensions();
-    const auto found = dimensions.find(type);
-    ZEL_ASSERT(found != dimensions.end());
-    return *found->second;
+    CDimension* dimension = image.FindDimension(type);
+    ZEL_ASSERT(dimension);
+    return *dimension;
 }
 
 } // namespace CIA

@@ -30,7 +30,7 @@ const Container& GetContainer(Container& cached, Init init)
 } // namespace
 
 CMultiDimImage::CMultiDimImage(uint32_t ID, CImgDoc& parentImgDoc, bool isRealWorldSizeOrPixelSizeAvailable)
-    : ObjThatHasCoords(isRealWorldSizeOrPixelSizeAvailable), _ParentImgDoc(parentImgDoc), _ID(ID)
+    : _ParentImgDoc(parentImgDoc), _ID(ID), _IsRealWorldSizeOrPixelSizeAvailable(isRealWorldSizeOrPixelSizeAvailable)
 {
     errno = 0;
 }
@@ -43,9 +43,16 @@ bool CMultiDimImage::ZoomoutFactor_init(double& varToInit)
     return true;
 }
 
-const CDimensions& CMultiDimImage::Dimensions()
+const CDimensions& CMultiDimImage::MakeDimensions()
 {
-    return GetContainer(_Dimensions, [this](CDimensions& varToInit) { return Dimensions_init(varToInit); });
+    GetContainer(_Dimensions, [this](CDimensions& varToInit) { return Dimensions_init(varToInit); });
+    for (const auto& [type, dimension] : _Dimensions)
+    {
+        _DimensionsByType[static_cast<size_t>(type)] = dimension.get();
+        if (IsFrameDifferentiatorCoordDimension(type))
+            _FrameDimensions.Add(type);
+    }
+    return _Dimensions;
 }
 
 bool CMultiDimImage::Dimensions_init(CDimensions& varToInit)
@@ -78,9 +85,30 @@ const CDimensionRefs& CMultiDimImage::SignificantDimensions()
                         });
 }
 
-const CFrames& CMultiDimImage::Frames()
+const CFrames& CMultiDimImage::MakeFrames()
 {
-    return GetContainer(_Frames, [this](CFrames& varToInit) { return Frames_init(varToInit); });
+    CFrames frames;
+    if (!Frames_init(frames))
+        return _Frames;
+    std::vector<CFrame*> frameTable;
+    frameTable.reserve(frames.size());
+    for (const auto& [idx, frame] : frames)
+        frameTable.push_back(frame.get());
+    _FrameTable = std::move(frameTable);
+    _LastFrame = frames.rbegin()->first;
+    _Frames = std::move(frames);
+    return _Frames;
+}
+
+CFrame* CMultiDimImage::FindFrame(const CFrameIdx& idx)
+{
+    if (Frames().empty() || idx.Z > _LastFrame.Z || idx.C > _LastFrame.C || idx.L > _LastFrame.L ||
+        idx.T > _LastFrame.T)
+        return nullptr;
+    const uint64_t numOfC = uint64_t{_LastFrame.C} + 1;
+    const uint64_t numOfL = uint64_t{_LastFrame.L} + 1;
+    const uint64_t numOfT = uint64_t{_LastFrame.T} + 1;
+    return _FrameTable[((idx.Z * numOfC + idx.C) * numOfL + idx.L) * numOfT + idx.T];
 }
 
 bool CMultiDimImage::Frames_init(CFrames& varToInit)
@@ -157,9 +185,8 @@ CObjectiveLens* CMultiDimImage::ObjectiveLens()
     return _ObjectiveLens.get();
 }
 
-const std::vector<std::unique_ptr<CDeepZoomPyramidLevel>>& CMultiDimImage::DeepZoomPyramidLevels()
+const std::vector<std::unique_ptr<CDeepZoomPyramidLevel>>& CMultiDimImage::MakeDeepZoomPyramidLevels()
 {
-    Dimensions();
     return GetContainer(_DeepZoomPyramidLevels, [this](std::vector<std::unique_ptr<CDeepZoomPyramidLevel>>& varToInit)
                         { return DeepZoomPyramidLevels_init(varToInit); });
 }

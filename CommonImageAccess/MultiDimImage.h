@@ -68,17 +68,35 @@ public:
     /// Asserts that this image may lack the tile that was not found.
     virtual void DbgValidateNullDeepZoomTile() = 0;
 
-    const CDimensions& Dimensions();
+    const CDimensions& Dimensions() { return _Dimensions.empty() ? MakeDimensions() : _Dimensions; }
+    /// One of the dimensions; null when the image has not got it.
+    CDimension* FindDimension(DimensionType::E type)
+    {
+        Dimensions();
+        return _DimensionsByType[static_cast<size_t>(type)];
+    }
     /// The mandatory dimensions and those of more than one point.
     const CDimensionRefs& SignificantDimensions();
-    const CFrames& Frames();
+    /// Which of the dimensions that tell frames apart the image has.
+    CDimensionTypes FrameDimensions()
+    {
+        Dimensions();
+        return _FrameDimensions;
+    }
+    const CFrames& Frames() { return _Frames.empty() ? MakeFrames() : _Frames; }
+    /// One of the frames, found by arithmetic; null when there is none of that key.
+    CFrame* FindFrame(const CFrameIdx& idx);
     const CChannels& Channels();
     /// What users have drawn on the image; an object's ID is its place.
     const std::vector<CVectorGraphicsImage>& VectorGraphicsImages();
     /// Null when the image tells of none, or (after a log line) when it could not be read.
     CObjectiveLens* ObjectiveLens();
     /// By level number; an entry is null where the store has no tile of that level.
-    const std::vector<std::unique_ptr<CDeepZoomPyramidLevel>>& DeepZoomPyramidLevels();
+    const std::vector<std::unique_ptr<CDeepZoomPyramidLevel>>& DeepZoomPyramidLevels()
+    {
+        Dimensions();
+        return _DeepZoomPyramidLevels.empty() ? MakeDeepZoomPyramidLevels() : _DeepZoomPyramidLevels;
+    }
 
     /// The size of a tile in pixels, worked out anew at every call; 0xFFFFFFFF on failure. The argument is 0, or the
     /// TIFF directory that a level told.
@@ -127,6 +145,10 @@ private:
     bool BrixPropset_WorkInfo(const AC_PARAMS& params, CBrixPropset& propset);
     bool BrixPropset_LUTInfo(const AC_PARAMS& params, CBrixPropset& propset);
 
+    bool IsRealWorldSizeOrPixelSizeAvailable() const override { return _IsRealWorldSizeOrPixelSizeAvailable; }
+    const CDimensions& MakeDimensions();
+    const CFrames& MakeFrames();
+    const std::vector<std::unique_ptr<CDeepZoomPyramidLevel>>& MakeDeepZoomPyramidLevels();
     bool Dimensions_init(CDimensions& varToInit);
     bool Frames_init(CFrames& varToInit);
     bool Frames_init_recursive(CFrames& varToInit, std::vector<uint32_t>& chosenIdxValues,
@@ -134,16 +156,21 @@ private:
 
     CImgDoc& _ParentImgDoc;
     const uint32_t _ID;
+    const bool _IsRealWorldSizeOrPixelSizeAvailable;
     CommonUtil::CLazy<int32_t, 0x7FFFFFFF> _LeftCroppingOfLevel0TileMatrixInPixels;
     CommonUtil::CLazy<int32_t, 0x7FFFFFFF> _TopCroppingOfLevel0TileMatrixInPixels;
     // Freed in the reverse order: frames, levels, channels, dimensions; each refers to those freed after it.
     CDimensions _Dimensions;
+    std::array<CDimension*, DimensionType::NumOfDimTypes> _DimensionsByType{};
+    CDimensionTypes _FrameDimensions;
     CDimensionRefs _SignificantDimensions;
     std::unique_ptr<CObjectiveLens> _ObjectiveLens;
     std::vector<CVectorGraphicsImage> _VectorGraphicsImages;
     CChannels _Channels;
     std::vector<std::unique_ptr<CDeepZoomPyramidLevel>> _DeepZoomPyramidLevels;
     CFrames _Frames;
+    std::vector<CFrame*> _FrameTable; ///< in the order of the keys: the frames fill a grid
+    CFrameIdx _LastFrame;             ///< the greatest key of the grid
 };
 
 } // namespace CIA

@@ -7,30 +7,11 @@
 
 #include <cerrno>
 #include <cmath>
-#include <list>
 
 namespace CIA
 {
 
-namespace
-{
-
-/// Owns the temporary coordinates of one search.
-class CTmpCoordDeletor
-{
-public:
-    CCoordinate* Make(uint32_t index, CDimension& dimension)
-    {
-        return &_coordinates.emplace_back(index, dimension, nullptr);
-    }
-
-private:
-    std::list<CCoordinate> _coordinates;
-};
-
-} // namespace
-
-CMultiDimTile::CMultiDimTile(CDeepZoomPyramidLevel& level, uint32_t index) : ObjThatHasCoords(false), _Level(level)
+CMultiDimTile::CMultiDimTile(CDeepZoomPyramidLevel& level, uint32_t index) : _Level(level)
 {
     const uint32_t cols = level.NumOfCols();
     ZEL_ASSERT(cols != 0 && cols != 0xFFFFFFFF);
@@ -77,13 +58,12 @@ bool CMultiDimTile::ZoomoutFactor_init(double& varToInit)
     return !std::isnan(varToInit);
 }
 
-bool CMultiDimTile::AreCoordsOfTheImage(const CCoords& coords)
+bool CMultiDimTile::AreCoordsOfTheImage(const CFrameCoords& coords)
 {
-    const CDimensions& dimensions = _Level.ParentMultiDimImg().Dimensions();
-    for (const auto& [type, coordinate] : coords)
+    CDimensionTypes missing = coords.Types().Without(_Level.ParentMultiDimImg().FrameDimensions());
+    for (; !missing.IsEmpty(); missing = missing.WithoutFirst())
     {
-        ZEL_ASSERT(IsFrameDifferentiatorCoordDimension(type));
-        if (!dimensions.contains(type) && coordinate->Index() != 0)
+        if (coords.FrameIdx().SubIdx(missing.First()) != 0)
         {
             ZEL_LOG("Error: Coordinate for non-existent dimension specified with non-zero index value! Only 0 index "
                     "value will be tolerated for non-existent dimension!");
@@ -94,34 +74,29 @@ bool CMultiDimTile::AreCoordsOfTheImage(const CCoords& coords)
     return true;
 }
 
-CDeepZoomTile* CMultiDimTile::DeepZoomTile(const CCoords& frameDifferentiatorCoords)
+CDeepZoomTile* CMultiDimTile::DeepZoomTile(const CFrameCoords& frameDifferentiatorCoords)
 {
     if (!AreCoordsOfTheImage(frameDifferentiatorCoords))
         return nullptr;
     CMultiDimImage& image = _Level.ParentMultiDimImg();
-    CCoords coords = frameDifferentiatorCoords;
-    CTmpCoordDeletor tmpCoords;
-    for (const auto& [type, dimension] : image.Dimensions())
+    CDimensionTypes notNamed = image.FrameDimensions().Without(frameDifferentiatorCoords.Types());
+    for (; !notNamed.IsEmpty(); notNamed = notNamed.WithoutFirst())
     {
-        if (!IsFrameDifferentiatorCoordDimension(type) || coords.contains(type))
-            continue;
-        if (dimension->NumOfPoints() != 1)
+        if (image.FindDimension(notNamed.First())->NumOfPoints() != 1)
         {
-            ZEL_LOG("Missing '%s' coordinate!", DimensionTypeToString(type));
+            ZEL_LOG("Missing '%s' coordinate!", DimensionTypeToString(notNamed.First()));
             errno = EINVAL;
             return nullptr;
         }
-        coords[type] = tmpCoords.Make(0, *dimension);
     }
-    const CFrames& frames = image.Frames();
-    const auto frame = frames.find(CFrameIdx(coords));
-    if (frame == frames.end())
+    CFrame* frame = image.FindFrame(frameDifferentiatorCoords.FrameIdx());
+    if (!frame)
     {
         ZEL_LOG("Error: Invalid frame index!");
         errno = EINVAL;
         return nullptr;
     }
-    CDeepZoomTile* tile = frame->second->DeepZoomTiles().Find({TileColIdx, TileRowIdx, _Level.ID()});
+    CDeepZoomTile* tile = TileOf(*frame);
     if (tile)
         LastDeepZoomTileFetched = tile;
     else
@@ -129,12 +104,22 @@ CDeepZoomTile* CMultiDimTile::DeepZoomTile(const CCoords& frameDifferentiatorCoo
     return tile;
 }
 
-CDeepZoomTile* CMultiDimTile::NextDeepZoomTile(const CCoords& framePartialDifferentiatorCoords,
-                                               const std::set<uint32_t>& selectedChannelIDs)
+CDeepZoomTile* CMultiDimTile::TileOf(CFrame& frame)
+{
+    // Hosts ask again for what they had: then nothing has to be looked up.
+    CDeepZoomTile* last = LastDeepZoomTileFetched;
+    if (last && &last->ParentFrame() == &frame && &last->ParentLevel() == &_Level && last->ColIdx() == TileColIdx &&
+        last->RowIdx() == TileRowIdx)
+        return last;
+    return frame.DeepZoomTiles().Find({TileColIdx, TileRowIdx, _Level.ID()});
+}
+
+CDeepZoomTile* CMultiDimTile::NextDeepZoomTile(const CFrameCoords& framePartialDifferentiatorCoords,
+                                               const CChannelSelection& selectedChannelIDs)
 {
     if (!AreCoordsOfTheImage(framePartialDifferentiatorCoords))
         return nullptr;
-    ZEL_ASSERT(!selectedChannelIDs.empty());
+    ZEL_ASSERT(!selectedChannelIDs.IsEmpty());
     if (!LastDeepZoomTileFetched)
     {
         errno = EBADFD;

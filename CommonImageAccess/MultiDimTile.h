@@ -1,12 +1,13 @@
 #pragma once
 #include "CommonImageAccess/BrixPropsetProvider.h"
+#include "CommonImageAccess/ChannelSelection.h"
 #include "CommonImageAccess/DeepZoomTile.h"
 #include "CommonImageAccess/ObjThatHasCoords.h"
 
-#include <set>
-
 namespace CIA
 {
+
+class CFrameCoords;
 
 /// A position in the tile matrix of a level, common to all frames: what the host calls an area. Owned by its level.
 class CMultiDimTile : public ObjThatHasCoords, public CBrixPropsetProvider
@@ -21,12 +22,12 @@ public:
 
     /// The tile of the frame that the coordinates name; a dimension of one point needs none. Null with EINVAL for
     /// coordinates that name no frame, null with errno 0 when the frame has no tile here.
-    CDeepZoomTile* DeepZoomTile(const CCoords& frameDifferentiatorCoords);
+    CDeepZoomTile* DeepZoomTile(const CFrameCoords& frameDifferentiatorCoords);
     /// The next tile in the order of the file behind the one fetched last here, of this level, fitting the coordinates
     /// and the channels. Null with EBADFD when none was fetched or the walk has ended before, with EINVAL for
     /// coordinates that the image has not, with errno 0 at the end of the walk.
-    CDeepZoomTile* NextDeepZoomTile(const CCoords& framePartialDifferentiatorCoords,
-                                    const std::set<uint32_t>& selectedChannelIDs);
+    CDeepZoomTile* NextDeepZoomTile(const CFrameCoords& framePartialDifferentiatorCoords,
+                                    const CChannelSelection& selectedChannelIDs);
 
 protected:
     bool Coords_init(CCoords& varToInit) override;
@@ -39,7 +40,9 @@ private:
     struct CPropsetHandler;
     bool BrixPropset_AnalysisROIInfo(const AC_PARAMS& params, CBrixPropset& propset);
     bool BrixPropset_ImageSize(const AC_PARAMS& params, CBrixPropset& propset);
-    bool AreCoordsOfTheImage(const CCoords& coords);
+    bool IsRealWorldSizeOrPixelSizeAvailable() const override { return false; }
+    bool AreCoordsOfTheImage(const CFrameCoords& coords);
+    CDeepZoomTile* TileOf(CFrame& frame);
 
     CDeepZoomPyramidLevel& _Level;
     int32_t TileRowIdx = 0;

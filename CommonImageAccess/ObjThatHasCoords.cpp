@@ -28,10 +28,7 @@ struct ObjThatHasCoords::CState
     bool DbgCoordsInitIsInProgress = false;
 };
 
-ObjThatHasCoords::ObjThatHasCoords(bool isRealWorldSizeOrPixelSizeAvailable)
-    : IsRealWorldSizeOrPixelSizeAvailable(isRealWorldSizeOrPixelSizeAvailable)
-{
-}
+ObjThatHasCoords::ObjThatHasCoords() = default;
 
 ObjThatHasCoords::~ObjThatHasCoords() = default;
 
@@ -96,19 +93,19 @@ CPixelRect ObjThatHasCoords::PixelRect()
 uint32_t ObjThatHasCoords::PixelWidth()
 {
     return PixelSize(DimensionType::DimensionType_X, &ObjThatHasCoords::PixelOrRealWorldWidth_init,
-                     IsRealWorldSizeOrPixelSizeAvailable ? RealWorldWidth() : Unknown);
+                     IsRealWorldSizeOrPixelSizeAvailable() ? RealWorldWidth() : Unknown);
 }
 
 uint32_t ObjThatHasCoords::PixelHeight()
 {
     return PixelSize(DimensionType::DimensionType_Y, &ObjThatHasCoords::PixelOrRealWorldHeight_init,
-                     IsRealWorldSizeOrPixelSizeAvailable ? RealWorldHeight() : Unknown);
+                     IsRealWorldSizeOrPixelSizeAvailable() ? RealWorldHeight() : Unknown);
 }
 
 uint32_t ObjThatHasCoords::PixelSize(DimensionType::E type, bool (ObjThatHasCoords::*init)(double&),
                                      double realWorldSize)
 {
-    if (IsRealWorldSizeOrPixelSizeAvailable)
+    if (IsRealWorldSizeOrPixelSizeAvailable())
         return std::isnan(realWorldSize) ? UnknownSize
                                          : Coord(type).PixDim().PixelDistance(realWorldSize, ZoomoutFactor());
     double size = Unknown;
@@ -130,7 +127,7 @@ double ObjThatHasCoords::RealWorldHeight()
 
 double ObjThatHasCoords::RealWorldSize(DimensionType::E type, bool (ObjThatHasCoords::*init)(double&))
 {
-    if (IsRealWorldSizeOrPixelSizeAvailable)
+    if (IsRealWorldSizeOrPixelSizeAvailable())
     {
         double size = Unknown;
         return (this->*init)(size) ? size : Unknown;

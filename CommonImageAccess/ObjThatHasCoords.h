@@ -14,8 +14,7 @@ namespace CIA
 class ObjThatHasCoords
 {
 public:
-    /// The flag says what the size operations of the derived class give: real-world size (true) or pixels (false).
-    explicit ObjThatHasCoords(bool isRealWorldSizeOrPixelSizeAvailable);
+    ObjThatHasCoords();
     virtual ~ObjThatHasCoords();
     ObjThatHasCoords(const ObjThatHasCoords&) = delete;
     ObjThatHasCoords& operator=(const ObjThatHasCoords&) = delete;
@@ -47,6 +46,10 @@ protected:
     }
 
 private:
+    /// What the size operations of the derived class give: real-world size (true) or pixels (false). No field, since
+    /// every tile would carry it.
+    virtual bool IsRealWorldSizeOrPixelSizeAvailable() const = 0;
+
     struct CState;
     CState& State();
     CCoordinate* Keep(std::unique_ptr<CCoordinate> coordinate);
@@ -55,7 +58,6 @@ private:
     CCoordinate& Coord(DimensionType::E type);
 
     std::unique_ptr<CState> _State;
-    const bool IsRealWorldSizeOrPixelSizeAvailable;
 };
 
 } // namespace CIA

@@ -6,12 +6,15 @@
 #include <new>
 #include <unordered_map>
 #include <utility>
+#include <vector>
 
 namespace CommonUtil
 {
 
 /// Objects by number, each made on demand at an address that it keeps. They stand in pages of 64 neighbours, so that a
-/// million of them costs little more than their own size, and a few far apart cost a page each.
+/// million of them costs little more than their own size, and a few far apart cost a page each. The pages of the first
+/// four million numbers are found by their place in a list, which is as long as the highest of them; those behind are
+/// few, or nobody's, and found by a map.
 template <typename T>
 class CPagedObjects
 {
@@ -19,22 +22,30 @@ public:
     /// The object of that number; null when it has not been made.
     T* Find(uint32_t number)
     {
-        const auto page = _pages.find(number / PageSize);
-        return page == _pages.end() ? nullptr : page->second->Find(number % PageSize);
+        const uint32_t pageNumber = number / PageSize;
+        if (pageNumber >= MaxNumOfNearPages)
+        {
+            const auto page = _farPages.find(pageNumber);
+            return page == _farPages.end() ? nullptr : page->second->Find(number % PageSize);
+        }
+        if (pageNumber >= _nearPages.size() || !_nearPages[pageNumber])
+            return nullptr;
+        return _nearPages[pageNumber]->Find(number % PageSize);
     }
 
     /// Makes the object of that number, which must not be there yet.
     template <typename... Arguments>
     T& Emplace(uint32_t number, Arguments&&... arguments)
     {
-        auto page = _pages.find(number / PageSize);
-        if (page == _pages.end())
-            page = _pages.emplace(number / PageSize, std::make_unique<CPage>()).first;
-        return page->second->Emplace(number % PageSize, std::forward<Arguments>(arguments)...);
+        std::unique_ptr<CPage>& page = PlaceOfPage(number / PageSize);
+        if (!page)
+            page = std::make_unique_for_overwrite<CPage>(); // clearing its room would cost more than the rest
+        return page->Emplace(number % PageSize, std::forward<Arguments>(arguments)...);
     }
 
 private:
     static constexpr uint32_t PageSize = 64;
+    static constexpr uint32_t MaxNumOfNearPages = 65536;
 
     /// Room for 64 objects, and a bit for each one that has been made.
     class CPage
@@ -73,7 +84,17 @@ private:
         uint64_t _isMade = 0;
     };
 
-    std::unordered_map<uint32_t, std::unique_ptr<CPage>> _pages;
+    std::unique_ptr<CPage>& PlaceOfPage(uint32_t pageNumber)
+    {
+        if (pageNumber >= MaxNumOfNearPages)
+            return _farPages[pageNumber];
+        if (pageNumber >= _nearPages.size())
+            _nearPages.resize(size_t{pageNumber} + 1);
+        return _nearPages[pageNumber];
+    }
+
+    std::vector<std::unique_ptr<CPage>> _nearPages; ///< null where no page has been made
+    std::unordered_map<uint32_t, std::unique_ptr<CPage>> _farPages;
 };
 
 } // namespace CommonUtil

@@ -19,15 +19,17 @@ const char* TextOf(int error)
 void EnterCriticalSection(pthread_mutex_t* criticalSection)
 {
     const int error = pthread_mutex_lock(criticalSection);
-    if (error != 0)
-        ZEL_LOG("ERROR: EnterCriticalSection Failed!!! ERRNO=%d Error=%s", error, TextOf(error));
-    ZEL_ASSERT(error == 0);
+    if (error == 0) [[likely]]
+        return;
+    ZEL_LOG("ERROR: EnterCriticalSection Failed!!! ERRNO=%d Error=%s", error, TextOf(error));
+    CommonUtil::FailAssertion(__FILE__, __LINE__);
 }
 
 void LeaveCriticalSection(pthread_mutex_t* criticalSection)
 {
     const int error = pthread_mutex_unlock(criticalSection);
-    if (error != 0)
-        ZEL_LOG("ERROR: LeaveCriticalSection Failed!!! ERRNO=%d Error=%s", error, TextOf(error));
-    ZEL_ASSERT(error == 0);
+    if (error == 0) [[likely]]
+        return;
+    ZEL_LOG("ERROR: LeaveCriticalSection Failed!!! ERRNO=%d Error=%s", error, TextOf(error));
+    CommonUtil::FailAssertion(__FILE__, __LINE__);
 }

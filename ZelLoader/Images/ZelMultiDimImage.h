@@ -3,6 +3,7 @@
 #include "ZelLoader/Images/ZelDimensionOrder.h"
 #include "ZelLoader/Store/KorFrameTiles.h"
 
+#include <cerrno>
 #include <map>
 #include <memory>
 #include <string>
@@ -59,11 +60,19 @@ public:
     uint32_t PixelWidthForLevel(uint32_t levelID) override;
 
     /// Clears errno. True when the pixels are read from a tile store that has been found.
-    bool UsesKorFile();
+    bool UsesKorFile()
+    {
+        errno = 0;
+        return Is_UsesKorFile_Initialized ? _UsesKorFile : FindOutUsesKorFile();
+    }
     /// True when the document says that there is a tile store and none was found.
     bool IsKorFileMissing();
     /// The tile store, opened at the first need and owned by the document. Null, with errno, when it cannot be opened.
-    CKorFile* KorFile();
+    CKorFile* KorFile()
+    {
+        const bool usesKorFile = UsesKorFile();
+        return usesKorFile && _KorFile ? _KorFile : OpenAndKeepKorFile(usesKorFile);
+    }
     /// The tile store for what can only exist because it was opened; asserts that it was.
     CKorFile& OpenedKorFile() const
     {
@@ -120,7 +129,9 @@ private:
     double PixelWidthOrHeight(bool isWidth);
     bool CroppingOfLevel0_init(int32_t& varToInit, uint32_t idx);
 
+    bool FindOutUsesKorFile();
     bool UsesKorFile_init(bool& varToInit);
+    CKorFile* OpenAndKeepKorFile(bool usesKorFile);
     std::wstring KorFolderPath();
     std::wstring KorFileName(const std::wstring& korFolder);
     std::wstring FindKorFile(const std::wstring& korFolder);

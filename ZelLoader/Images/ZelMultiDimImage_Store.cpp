@@ -13,20 +13,16 @@
 namespace Zel
 {
 
-bool CZelMultiDimImage::UsesKorFile()
+bool CZelMultiDimImage::FindOutUsesKorFile()
 {
-    errno = 0;
-    if (!Is_UsesKorFile_Initialized)
+    bool usesKorFile = false;
+    if (!UsesKorFile_init(usesKorFile))
     {
-        bool usesKorFile = false;
-        if (!UsesKorFile_init(usesKorFile))
-        {
-            ZEL_ASSERT(errno != 0);
-            return false;
-        }
-        _UsesKorFile = usesKorFile;
-        Is_UsesKorFile_Initialized = true;
+        ZEL_ASSERT(errno != 0);
+        return false;
     }
+    _UsesKorFile = usesKorFile;
+    Is_UsesKorFile_Initialized = true;
     return _UsesKorFile;
 }
 
@@ -117,12 +113,9 @@ std::unique_ptr<CKorFile> CZelMultiDimImage::OpenKorFile()
     return nullptr;
 }
 
-CKorFile* CZelMultiDimImage::KorFile()
+CKorFile* CZelMultiDimImage::OpenAndKeepKorFile(bool usesKorFile)
 {
-    const bool usesKorFile = UsesKorFile();
     ZEL_ASSERT(usesKorFile);
-    if (_KorFile)
-        return _KorFile;
     ZEL_ASSERT(!_ParentZelImgDoc.FileUnits().contains(StackID()));
     std::unique_ptr<CKorFile> korFile = OpenKorFile();
     if (!korFile)
