@@ -18,14 +18,6 @@ namespace
 
 constexpr const char* KorFileIsMissing = "KOR file missing! TODO: try and read coarse data.";
 
-/// The records of one level, which stand together in the file.
-std::unique_ptr<CKorDeepZoomPyramidLevel> MakeLevel(CZelMultiDimImage& image, const std::vector<CKorTile>& tiles,
-                                                    size_t first, size_t last)
-{
-    return std::make_unique<CKorDeepZoomPyramidLevel>(
-        tiles[first].Idx.PIdx, image, std::span(tiles).subspan(first, last - first), static_cast<uint32_t>(first));
-}
-
 uint32_t TileWidth(TIFF* tif)
 {
     const auto width = CIA::TIFFGetField<uint32_t>(tif, TIFFIsTiled(tif) ? TIFFTAG_TILEWIDTH : TIFFTAG_IMAGEWIDTH);
@@ -82,21 +74,17 @@ bool CZelMultiDimImage::DeepZoomPyramidLevels_init(std::vector<std::unique_ptr<C
         ThrowWithErrno(EACCES, "KOR File is open in some other process in write mode.");
     const std::vector<CKorTile>& tiles = korFile->KorTiles();
     ZEL_ASSERT(!tiles.empty());
-    size_t firstOfLevel = 0;
-    for (size_t i = 0; i < tiles.size(); ++i)
+    const std::vector<CKorTileLevel>& levels = korFile->KorTileLevels().Levels();
+    for (size_t i = 0; i < levels.size(); ++i)
     {
-        const uint32_t level = tiles[i].Idx.PIdx;
-        const bool isLast = i + 1 == tiles.size();
-        const uint32_t nextLevel = isLast ? level : tiles[i + 1].Idx.PIdx;
-        ZEL_ASSERT(nextLevel >= level);
-        if (!isLast && nextLevel == level)
-            continue;
-        varToInit.push_back(MakeLevel(*this, tiles, firstOfLevel, i + 1));
-        firstOfLevel = i + 1;
+        const bool isLast = i + 1 == levels.size();
+        ZEL_ASSERT(isLast || levels[i + 1].Level > levels[i].Level);
+        varToInit.push_back(std::make_unique<CKorDeepZoomPyramidLevel>(*this, levels[i]));
         if (isLast)
             break;
-        ZEL_ASSERT(nextLevel <= CDeepZoomPyramidLevel::MaxLevelID); // tested before the gap is filled up to it
-        for (uint32_t missing = level + 1; missing < nextLevel; ++missing)
+        // Tested before the gap is filled up to it.
+        ZEL_ASSERT(levels[i + 1].Level <= CDeepZoomPyramidLevel::MaxLevelID);
+        for (uint32_t missing = levels[i].Level + 1; missing < levels[i + 1].Level; ++missing)
             varToInit.push_back(nullptr);
     }
     ZEL_ASSERT(varToInit.size() == uint64_t{tiles.back().Idx.PIdx} + 1);

@@ -135,7 +135,7 @@ const CKorTilesByFrame& CZelMultiDimImage::KorTilesByFrame()
     {
         CKorFile* korFile = KorFile();
         ZEL_ASSERT(korFile);
-        _KorTilesByFrame = std::make_unique<CKorTilesByFrame>(korFile->KorTiles(), Dimensions(), MaxNumOfFrames());
+        _KorTilesByFrame = std::make_unique<CKorTilesByFrame>(*korFile, Dimensions(), MaxNumOfFrames());
     }
     return *_KorTilesByFrame;
 }

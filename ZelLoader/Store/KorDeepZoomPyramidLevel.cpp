@@ -21,34 +21,15 @@ uint32_t NumOfTiles(int32_t smallest, int32_t greatest)
 
 } // namespace
 
-CKorDeepZoomPyramidLevel::CKorDeepZoomPyramidLevel(uint32_t levelId, CZelMultiDimImage& image,
-                                                   std::span<const CKorTile> korTiles, uint32_t firstTileNumber)
-    : CDeepZoomPyramidLevel(levelId, image), _ParentZelImage(image), _FirstTileNumber(firstTileNumber)
+CKorDeepZoomPyramidLevel::CKorDeepZoomPyramidLevel(CZelMultiDimImage& image, const CKorTileLevel& korTileLevel)
+    : CDeepZoomPyramidLevel(korTileLevel.Level, image), _ParentZelImage(image), _FirstTileNumber(korTileLevel.First),
+      _Extent(korTileLevel.Extent)
 {
-    ZEL_ASSERT(!korTiles.empty());
-    CDecompressedKorTileIdx smallest = korTiles.front().Idx;
-    CDecompressedKorTileIdx greatest = smallest;
-    for (const CKorTile& tile : korTiles)
-    {
-        smallest.ColIdx = std::min(smallest.ColIdx, tile.Idx.ColIdx);
-        smallest.RowIdx = std::min(smallest.RowIdx, tile.Idx.RowIdx);
-        greatest.ColIdx = std::max(greatest.ColIdx, tile.Idx.ColIdx);
-        greatest.RowIdx = std::max(greatest.RowIdx, tile.Idx.RowIdx);
-        greatest.ZIdx = std::max(greatest.ZIdx, tile.Idx.ZIdx);
-        greatest.TIdx = std::max(greatest.TIdx, tile.Idx.TIdx);
-        greatest.CIdx = std::max(greatest.CIdx, tile.Idx.CIdx);
-        greatest.LIdx = std::max(greatest.LIdx, tile.Idx.LIdx);
-    }
-    _SmallestCol = smallest.ColIdx;
-    _GreatestCol = greatest.ColIdx;
-    _SmallestRow = smallest.RowIdx;
-    _GreatestRow = greatest.RowIdx;
-    AssertIndexesLieOnDimensions(greatest);
+    AssertIndexesLieOnDimensions(korTileLevel.GreatestFrameIdx);
 }
 
-void CKorDeepZoomPyramidLevel::AssertIndexesLieOnDimensions(const CDecompressedKorTileIdx& greatest)
+void CKorDeepZoomPyramidLevel::AssertIndexesLieOnDimensions(const CFrameIdx& greatestFrameIdx)
 {
-    const CFrameIdx greatestFrameIdx = greatest.FrameIdx();
     for (const auto& [type, dimension] : _ParentZelImage.Dimensions())
         if (IsFrameDifferentiatorCoordDimension(type))
             ZEL_ASSERT(greatestFrameIdx.SubIdx(type) < dimension->NumOfPoints());
@@ -70,7 +51,7 @@ bool CKorDeepZoomPyramidLevel::IsMatrixATileLargerThanTheImage(uint32_t numOfTil
 
 bool CKorDeepZoomPyramidLevel::NumOfCols_init(uint32_t& varToInit)
 {
-    varToInit = NumOfTiles(_SmallestCol, _GreatestCol);
+    varToInit = NumOfTiles(_Extent.SmallestCol, _Extent.GreatestCol);
     if (ID() != 0)
         return true;
     const uint32_t tileWidth = _ParentZelImage.DeepZoomTilePixelWidth(0);
@@ -87,7 +68,7 @@ bool CKorDeepZoomPyramidLevel::NumOfCols_init(uint32_t& varToInit)
 
 bool CKorDeepZoomPyramidLevel::NumOfRows_init(uint32_t& varToInit)
 {
-    varToInit = NumOfTiles(_SmallestRow, _GreatestRow);
+    varToInit = NumOfTiles(_Extent.SmallestRow, _Extent.GreatestRow);
     if (ID() != 0)
         return true;
     uint32_t excess = 0;

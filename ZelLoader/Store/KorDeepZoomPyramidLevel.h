@@ -1,8 +1,6 @@
 #pragma once
 #include "CommonImageAccess/DeepZoomPyramidLevel.h"
-#include "ZelLoader/Store/KorTile.h"
-
-#include <span>
+#include "ZelLoader/Store/KorTileLevels.h"
 
 namespace Zel
 {
@@ -14,10 +12,8 @@ class CZelMultiDimImage;
 class CKorDeepZoomPyramidLevel : public CDeepZoomPyramidLevel
 {
 public:
-    /// `korTiles` are the level's records, the first of them with the number `firstTileNumber`. Asserts that each index
-    /// lies on its dimension.
-    CKorDeepZoomPyramidLevel(uint32_t levelId, CZelMultiDimImage& image, std::span<const CKorTile> korTiles,
-                             uint32_t firstTileNumber);
+    /// Of the records of a level. Asserts that each index lies on its dimension.
+    CKorDeepZoomPyramidLevel(CZelMultiDimImage& image, const CKorTileLevel& korTileLevel);
 
     uint16_t getTiffIfd() override;
 
@@ -27,15 +23,12 @@ protected:
     bool DeepZoomTilesAreTogetherOnDisk() override { return true; }
 
 private:
-    void AssertIndexesLieOnDimensions(const CDecompressedKorTileIdx& greatest);
+    void AssertIndexesLieOnDimensions(const CFrameIdx& greatestFrameIdx);
     bool IsMatrixATileLargerThanTheImage(uint32_t numOfTiles, uint32_t tileSize, uint32_t imageSize, uint32_t& excess);
 
     CZelMultiDimImage& _ParentZelImage;
     uint32_t _FirstTileNumber;
-    int32_t _SmallestCol;
-    int32_t _GreatestCol;
-    int32_t _SmallestRow;
-    int32_t _GreatestRow;
+    CTileExtent _Extent;
 };
 
 } // namespace Zel

@@ -1,14 +1,14 @@
 #include "ZelLoader/Store/KorFile.h"
 
+#include "CommonUtil/LargeMemory.h"
 #include "CommonUtil/Log.h"
 #include "CommonUtil/Numbers.h"
 #include "ZelLoader/Images/ZelMultiDimImage.h"
+#include "ZelLoader/Store/KorRecordLayout.h"
 #include "ZelLoader/ZelImgDoc.h"
 
 #include <algorithm>
-#include <bit>
 #include <cerrno>
-#include <cstring>
 
 namespace Zel
 {
@@ -24,25 +24,7 @@ const std::vector<std::wstring>& ExpectedExtensions()
 
 /// Column, row and pyramid level: what every record tells beside the dimensions of its stack.
 constexpr uint32_t NumOfElesBesideDims = 3;
-/// An element of a record that has no slot: it belongs to a dummy dimension, and its value is lost.
-constexpr uint32_t DropElement = 0xFFFFFFFF;
-/// The only place in a record where an element may be dropped.
-constexpr size_t PlaceOfDroppedElement = 2;
-constexpr size_t BytesReadAtOnce = size_t{1} << 20;
-
-size_t SizeOfRecord(uint32_t numOfEles)
-{
-    return 4 + size_t{4} * numOfEles + 8 + 4 + 4;
-}
-
-template <typename T>
-T Take(const Byte*& bytes)
-{
-    T value;
-    std::memcpy(&value, bytes, sizeof value);
-    bytes += sizeof value;
-    return value;
-}
+constexpr size_t BytesReadAtOnce = size_t{1} << 17;
 
 } // namespace
 
@@ -69,6 +51,7 @@ bool CKorFile::ReadFileMetaData()
 bool CKorFile::ReadTiffStore()
 {
     CTiffStoreReader(FileName(), FileSize(), _AsTiff.SetDirectory(0)).Read(_KorTiles, _TiffPlaces);
+    _KorTileLevels.Add(_KorTiles);
     errno = 0;
     return true;
 }
@@ -100,9 +83,9 @@ std::vector<uint32_t> CKorFile::IndexesInDecompressedKorTileIdxToCopyTo()
                                      CDecompressedKorTileIdx::Idx(DimensionType::DimensionType_Y)};
     const std::vector<DimensionType::E>& dumminess = order.DumminessOfNumOfPointsPerDim();
     if (order.ExistenceAndIdxOfZelZtlcDims().empty() && dumminess.empty())
-        indexes.push_back(DropElement);
+        indexes.push_back(CKorRecordLayout::DropElement);
     for (const DimensionType::E type : dumminess)
-        indexes.push_back(type == DimensionType::DimensionType_Dummy ? DropElement
+        indexes.push_back(type == DimensionType::DimensionType_Dummy ? CKorRecordLayout::DropElement
                                                                      : CDecompressedKorTileIdx::Idx(type));
     ZEL_ASSERT(MultiDimImg.Dimensions().contains(DimensionType::DimensionType_P));
     indexes.push_back(CDecompressedKorTileIdx::Idx(DimensionType::DimensionType_P));
@@ -117,53 +100,32 @@ bool CKorFile::ReadUsedChunks()
     const std::vector<uint32_t> indexesToCopyTo = IndexesInDecompressedKorTileIdxToCopyTo();
     ZEL_ASSERT(indexesToCopyTo.size() == numOfEles);
     ZEL_ASSERT(numOfChunks != 0);
-    const size_t sizeOfRecord = SizeOfRecord(numOfEles);
+    const CKorRecordLayout layout(indexesToCopyTo);
     // The list's extent comes before its allocation: a count alone allocates nothing.
-    ZEL_ASSERT(numOfChunks <= (FileSize() - GetCurrentOffset()) / sizeOfRecord);
+    ZEL_ASSERT(numOfChunks <= (FileSize() - GetCurrentOffset()) / layout.SizeOfRecord());
     _KorTiles.reserve(numOfChunks);
-    const size_t numOfRecordsAtOnce = std::max<size_t>(BytesReadAtOnce / sizeOfRecord, 1);
-    std::vector<Byte> block(std::min<size_t>(numOfRecordsAtOnce, numOfChunks) * sizeOfRecord);
+    ExpectToFill(_KorTiles.data(), numOfChunks * sizeof(CKorTile));
+    const size_t numOfRecordsAtOnce = std::max<size_t>(BytesReadAtOnce / layout.SizeOfRecord(), 1);
+    std::vector<Byte> block(std::min<size_t>(numOfRecordsAtOnce, numOfChunks) * layout.SizeOfRecord());
     while (_KorTiles.size() < numOfChunks)
     {
         const size_t numOfRecords = std::min<size_t>(numOfRecordsAtOnce, numOfChunks - _KorTiles.size());
-        ZEL_ASSERT(ReadData(block.data(), ToUint32WithCheck(numOfRecords * sizeOfRecord)));
-        for (size_t i = 0; i < numOfRecords; ++i)
-        {
-            _KorTiles.push_back(ReadUsedChunk(block.data() + i * sizeOfRecord, indexesToCopyTo));
-            UpdateMaxTileDimIndexes(_KorTiles.back());
-        }
+        ZEL_ASSERT(ReadData(block.data(), ToUint32WithCheck(numOfRecords * layout.SizeOfRecord())));
+        TakeRecords(layout, block.data(), numOfRecords);
     }
     return ValidateImgDimCountAgainstMaxTileIndexes();
 }
 
-CKorTile CKorFile::ReadUsedChunk(const Byte* record, const std::vector<uint32_t>& indexesToCopyTo) const
+void CKorFile::TakeRecords(const CKorRecordLayout& layout, const Byte* records, size_t numOfRecords)
 {
-    ZEL_ASSERT(Take<uint32_t>(record) == indexesToCopyTo.size());
-    std::array<int32_t, CDecompressedKorTileIdx::NumOfSlots> slots{};
-    for (size_t i = 0; i < indexesToCopyTo.size(); ++i)
+    const size_t numOfTilesBefore = _KorTiles.size();
+    for (size_t i = 0; i < numOfRecords; ++i, records += layout.SizeOfRecord())
     {
-        const auto element = Take<int32_t>(record);
-        if (indexesToCopyTo[i] != DropElement)
-            slots[indexesToCopyTo[i]] = element;
-        else
-            ZEL_ASSERT(i == PlaceOfDroppedElement);
+        ZEL_ASSERT(layout.HasAllElements(records));
+        ZEL_ASSERT(!layout.DropsWhatItMustNot());
+        _KorTiles.push_back(layout.TileOf(records));
     }
-    CKorTile tile;
-    tile.Idx = std::bit_cast<CDecompressedKorTileIdx>(slots);
-    tile.BlockOffset = Take<uint64_t>(record);
-    tile.BlockSize = Take<uint32_t>(record);
-    return tile;
-}
-
-void CKorFile::UpdateMaxTileDimIndexes(const CKorTile& korTile)
-{
-    const auto raise = [](auto& max, auto idx) { max = std::max(max, idx); };
-    raise(MaxKorTileDimIndexes.ColIdx, korTile.Idx.ColIdx);
-    raise(MaxKorTileDimIndexes.RowIdx, korTile.Idx.RowIdx);
-    raise(MaxKorTileDimIndexes.ZIdx, korTile.Idx.ZIdx);
-    raise(MaxKorTileDimIndexes.TIdx, korTile.Idx.TIdx);
-    raise(MaxKorTileDimIndexes.LIdx, korTile.Idx.LIdx);
-    raise(MaxKorTileDimIndexes.CIdx, korTile.Idx.CIdx);
+    _KorTileLevels.Add(std::span(_KorTiles).subspan(numOfTilesBefore)); // while they are in the processor's cache
 }
 
 uint32_t CKorFile::MaxIdxOf(DimensionType::E type) const
@@ -171,13 +133,13 @@ uint32_t CKorFile::MaxIdxOf(DimensionType::E type) const
     switch (type)
     {
     case DimensionType::DimensionType_Z:
-        return MaxKorTileDimIndexes.ZIdx;
+        return _KorTileLevels.GreatestIdx().ZIdx;
     case DimensionType::DimensionType_T:
-        return MaxKorTileDimIndexes.TIdx;
+        return _KorTileLevels.GreatestIdx().TIdx;
     case DimensionType::DimensionType_C:
-        return MaxKorTileDimIndexes.CIdx;
+        return _KorTileLevels.GreatestIdx().CIdx;
     case DimensionType::DimensionType_L:
-        return MaxKorTileDimIndexes.LIdx;
+        return _KorTileLevels.GreatestIdx().LIdx;
     default:
         oldAbortCommonUtil();
     }
@@ -207,7 +169,7 @@ void CKorFile::LogDimCountThatDoesNotFit(DimensionType::E type, uint32_t numOfPo
     ZEL_LOG("dimension type = %s", DimensionTypeToString(type));
     ZEL_LOG("dim.NumOfPoints() = %u", numOfPoints);
     ZEL_LOG("KOR maxDimIdx for this dimension = %u", maxIdx);
-    ZEL_LOG("MaxKorTileDimIndexes=%s", MaxKorTileDimIndexes.ToString().c_str());
+    ZEL_LOG("MaxKorTileDimIndexes=%s", _KorTileLevels.GreatestIdx().ToString().c_str());
     ZEL_LOG("expected: dim.NumOfPoints() == (maxIdx + 1)");
 }
 

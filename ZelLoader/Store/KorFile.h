@@ -3,6 +3,7 @@
 #include "CommonImageAccess/TiffAccess.h"
 #include "ZelLoader/Store/KorHeaders.h"
 #include "ZelLoader/Store/KorTile.h"
+#include "ZelLoader/Store/KorTileLevels.h"
 #include "ZelLoader/Store/TiffStoreReader.h"
 
 #include <vector>
@@ -10,6 +11,7 @@
 namespace Zel
 {
 
+class CKorRecordLayout;
 class CZelMultiDimImage;
 
 /// The tile store of one stack: the file beside the document that holds all its pixels. Opening it brings in everything
@@ -28,6 +30,8 @@ public:
     uint32_t TilePixelHeight() const { return KorAdditionalHeader.TilePixelHeight(); }
     /// Every tile record, in file order. The records do not move while the store is open.
     const std::vector<CKorTile>& KorTiles() const { return _KorTiles; }
+    /// What they say together.
+    const CKorTileLevels& KorTileLevels() const { return _KorTileLevels; }
     /// The number of the record behind this one in the walk over the file; the number of records when there is none.
     uint32_t NextTileOnDisk(uint32_t tileNumber) const;
     /// The directory of a TIFF store that holds a tile; 0 in a binary store.
@@ -49,18 +53,17 @@ private:
     uint32_t ExpectedNumOfElesInKorTileIdx();
     std::vector<uint32_t> IndexesInDecompressedKorTileIdxToCopyTo();
     bool ReadUsedChunks();
-    CKorTile ReadUsedChunk(const Byte* record, const std::vector<uint32_t>& indexesToCopyTo) const;
-    void UpdateMaxTileDimIndexes(const CKorTile& korTile);
+    void TakeRecords(const CKorRecordLayout& layout, const Byte* records, size_t numOfRecords);
     bool ValidateImgDimCountAgainstMaxTileIndexes();
     uint32_t MaxIdxOf(DimensionType::E type) const;
     void LogDimCountThatDoesNotFit(DimensionType::E type, uint32_t numOfPoints, uint32_t maxIdx);
 
-    CDecompressedKorTileIdx MaxKorTileDimIndexes;
     const bool _IsOmeTiff;
     CZelMultiDimImage& MultiDimImg;
     CKorVolumeHeader KorVolumeHeader;
     CKorAdditionalHeader KorAdditionalHeader;
     std::vector<CKorTile> _KorTiles;
+    CKorTileLevels _KorTileLevels;
     std::vector<CTiffPlace> _TiffPlaces; ///< of each record of a TIFF store
     CTiffImageDoc _AsTiff;
 };

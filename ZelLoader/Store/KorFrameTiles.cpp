@@ -23,25 +23,37 @@ auto PlaceOf(const CDecompressedKorTileIdx& idx)
 /// A level's part of a frame's table.
 struct CLevelOfFrame
 {
-    uint32_t Level = 0;
-    size_t First = 0;
-    size_t Last = 0;
-    int32_t SmallestCol = 0;
-    int32_t SmallestRow = 0;
-    int64_t NumOfCols = 0;
+    explicit CLevelOfFrame(const CKorTileLevel& level)
+        : Level(level.Level), First(level.First), Last(level.Last), Extent(level.Extent)
+    {
+    }
+    CLevelOfFrame(const CDecompressedKorTileIdx& idx, size_t place)
+        : Level(idx.PIdx), First(place), Last(place), Extent(idx)
+    {
+    }
+    int64_t NumOfCols() const { return int64_t{Extent.GreatestCol} - Extent.SmallestCol + 1; }
+
+    uint32_t Level;
+    size_t First;
+    size_t Last;
+    CTileExtent Extent;
 };
 
 class CKorFrameTiles : public CDeepZoomTiles
 {
 public:
-    CKorFrameTiles(CZelFrame& frame, const std::vector<CKorTile>& korTiles, std::span<const uint32_t> tileNumbers)
-        : _Frame(frame), _KorTiles(korTiles), _TileNumbers(tileNumbers)
+    CKorFrameTiles(CZelFrame& frame, const CKorFile& korFile, const CKorTilesByFrame& tilesByFrame)
+        : _Frame(frame), _KorTiles(korFile.KorTiles()), _TileNumbers(tilesByFrame.TilesOf(frame.FrameIdx()))
     {
-        for (size_t i = 0; i < _TileNumbers.size(); ++i)
-            AddToLevel(i);
+        if (tilesByFrame.IsTheListATable())
+            for (const CKorTileLevel& level : korFile.KorTileLevels().Levels())
+                _Levels.emplace_back(level);
+        else
+            for (size_t place = 0; place < _TileNumbers.Size(); ++place)
+                AddToLevel(place);
     }
 
-    uint64_t Size() const override { return _TileNumbers.size(); }
+    uint64_t Size() const override { return _TileNumbers.Size(); }
     CDeepZoomTile* Find(const CDeepZoomTileIdx& idx) override;
     std::optional<CTileCorner> SmallestColAndRow(uint32_t level) const override;
     bool ForEachOfLevel(uint32_t level, const std::function<bool(CDeepZoomTile&)>& visit) override;
@@ -53,11 +65,12 @@ private:
     void AddToLevel(size_t place);
     const CLevelOfFrame* FindLevel(uint32_t level) const;
     bool FindPlace(const CLevelOfFrame& level, const CDeepZoomTileIdx& idx, size_t& place) const;
+    bool FindPlaceBySearch(const CLevelOfFrame& level, const CDeepZoomTileIdx& idx, size_t& place) const;
     CZelDeepZoomTile& TileAt(size_t place);
 
     CZelFrame& _Frame;
     const std::vector<CKorTile>& _KorTiles;
-    std::span<const uint32_t> _TileNumbers;
+    const CKorTileNumbers _TileNumbers;
     std::vector<CLevelOfFrame> _Levels;
     CPagedObjects<CZelDeepZoomTile> _Tiles; ///< by place in the table
 };
@@ -66,25 +79,21 @@ void CKorFrameTiles::AddToLevel(size_t place)
 {
     const CDecompressedKorTileIdx& idx = IdxAt(place);
     if (_Levels.empty() || _Levels.back().Level != idx.PIdx)
-        _Levels.push_back({idx.PIdx, place, place, idx.ColIdx, idx.RowIdx, 0});
+        _Levels.emplace_back(idx, place);
     CLevelOfFrame& level = _Levels.back();
-    const int64_t greatestCol = std::max<int64_t>(level.SmallestCol + level.NumOfCols - 1, idx.ColIdx);
-    level.SmallestCol = std::min(level.SmallestCol, idx.ColIdx);
-    level.SmallestRow = std::min(level.SmallestRow, idx.RowIdx);
-    level.NumOfCols = greatestCol - level.SmallestCol + 1;
+    level.Extent.Add(idx);
     level.Last = place + 1;
 }
 
 bool CKorFrameTiles::LieInTheirMatrixes() const
 {
     const auto& levels = _Frame.ParentMultiDimImg().DeepZoomPyramidLevels();
-    for (size_t place = 0; place < _TileNumbers.size(); ++place)
+    for (const CLevelOfFrame& levelOfFrame : _Levels)
     {
-        const CDecompressedKorTileIdx& idx = IdxAt(place);
-        ZEL_ASSERT(idx.PIdx < levels.size() && levels[idx.PIdx]);
-        CDeepZoomPyramidLevel& level = *levels[idx.PIdx];
-        if (idx.ColIdx >= static_cast<int32_t>(level.NumOfCols()) ||
-            idx.RowIdx >= static_cast<int32_t>(level.NumOfRows()))
+        ZEL_ASSERT(levelOfFrame.Level < levels.size() && levels[levelOfFrame.Level]);
+        CDeepZoomPyramidLevel& level = *levels[levelOfFrame.Level];
+        if (levelOfFrame.Extent.GreatestCol >= static_cast<int32_t>(level.NumOfCols()) ||
+            levelOfFrame.Extent.GreatestRow >= static_cast<int32_t>(level.NumOfRows()))
             return false;
     }
     return true;
@@ -102,33 +111,41 @@ std::optional<CTileCorner> CKorFrameTiles::SmallestColAndRow(uint32_t level) con
     const CLevelOfFrame* levelOfFrame = FindLevel(level);
     if (!levelOfFrame)
         return {};
-    return CTileCorner{levelOfFrame->SmallestCol, levelOfFrame->SmallestRow};
+    return CTileCorner{levelOfFrame->Extent.SmallestCol, levelOfFrame->Extent.SmallestRow};
 }
 
 bool CKorFrameTiles::FindPlace(const CLevelOfFrame& level, const CDeepZoomTileIdx& idx, size_t& place) const
 {
-    const auto isAt = [&](size_t candidate) { return IdxAt(candidate).TileIdx() == idx; };
-    // Where no tile is missing, the place follows from the position.
-    const int64_t col = int64_t{idx._TileColIdx} - level.SmallestCol;
-    const int64_t row = int64_t{idx._TileRowIdx} - level.SmallestRow;
-    if (col < 0 || row < 0 || col >= level.NumOfCols)
+    const int64_t numOfCols = level.NumOfCols();
+    const int64_t col = int64_t{idx._TileColIdx} - level.Extent.SmallestCol;
+    const int64_t row = int64_t{idx._TileRowIdx} - level.Extent.SmallestRow;
+    if (col < 0 || row < 0 || col >= numOfCols)
         return false;
+    // Where no tile is missing, the place follows from the position.
     const auto numOfTiles = static_cast<int64_t>(level.Last - level.First);
-    if (row < numOfTiles && row * level.NumOfCols + col < numOfTiles)
+    if (row < numOfTiles && row * numOfCols + col < numOfTiles)
     {
-        place = level.First + static_cast<size_t>(row * level.NumOfCols + col);
-        if (isAt(place))
+        place = level.First + static_cast<size_t>(row * numOfCols + col);
+        if (IdxAt(place).TileIdx() == idx)
             return true;
     }
+    return FindPlaceBySearch(level, idx, place);
+}
+
+bool CKorFrameTiles::FindPlaceBySearch(const CLevelOfFrame& level, const CDeepZoomTileIdx& idx, size_t& place) const
+{
     const CDecompressedKorTileIdx wanted{
         .ColIdx = idx._TileColIdx, .RowIdx = idx._TileRowIdx, .PIdx = idx._PyramidLevelIdx};
-    const auto first = _TileNumbers.begin() + static_cast<std::ptrdiff_t>(level.First);
-    const auto last = _TileNumbers.begin() + static_cast<std::ptrdiff_t>(level.Last);
-    const auto found = std::lower_bound(first, last, wanted,
-                                        [this](uint32_t number, const CDecompressedKorTileIdx& place_)
-                                        { return PlaceOf(_KorTiles[number].Idx) < PlaceOf(place_); });
-    place = static_cast<size_t>(found - _TileNumbers.begin());
-    return found != last && isAt(place);
+    size_t numOfTiles = level.Last - level.First;
+    place = level.First;
+    while (numOfTiles > 0)
+    {
+        const size_t half = numOfTiles / 2;
+        const bool isBehind = PlaceOf(IdxAt(place + half)) < PlaceOf(wanted);
+        place = isBehind ? place + half + 1 : place;
+        numOfTiles = isBehind ? numOfTiles - half - 1 : half;
+    }
+    return place < level.Last && IdxAt(place).TileIdx() == idx;
 }
 
 CZelDeepZoomTile& CKorFrameTiles::TileAt(size_t place)
@@ -161,9 +178,8 @@ bool CKorFrameTiles::ForEachOfLevel(uint32_t level, const std::function<bool(CDe
 
 } // namespace
 
-CKorTilesByFrame::CKorTilesByFrame(const std::vector<CKorTile>& korTiles, const CDimensions& dimensions,
-                                   uint64_t maxNumOfFrames)
-    : _KorTiles(korTiles), _TileNumbers(korTiles.size())
+CKorTilesByFrame::CKorTilesByFrame(const CKorFile& korFile, const CDimensions& dimensions, uint64_t maxNumOfFrames)
+    : _KorTiles(korFile.KorTiles())
 {
     uint64_t numOfFrames = 1;
     for (const auto& [type, dimension] : dimensions)
@@ -174,8 +190,20 @@ CKorTilesByFrame::CKorTilesByFrame(const std::vector<CKorTile>& korTiles, const 
         numOfFrames *= dimension->NumOfPoints();
         ZEL_ASSERT(numOfFrames <= maxNumOfFrames); // also before the next product
     }
+    if (!CanTheListBeATable(numOfFrames, korFile.KorTileLevels()))
+        MakeTable(numOfFrames);
+}
+
+bool CKorTilesByFrame::CanTheListBeATable(uint64_t numOfFrames, const CKorTileLevels& levels) const
+{
+    return numOfFrames == 1 && levels.AreSorted() && levels.GreatestIdx().FrameIdx() == CFrameIdx();
+}
+
+void CKorTilesByFrame::MakeTable(uint64_t numOfFrames)
+{
+    _TileNumbers.resize(_KorTiles.size());
     _FirstOfFrame.assign(numOfFrames + 1, 0);
-    for (const CKorTile& tile : korTiles)
+    for (const CKorTile& tile : _KorTiles)
     {
         const uint64_t frameNumber = FrameNumber(tile.Idx.FrameIdx());
         ZEL_ASSERT(frameNumber < numOfFrames);
@@ -184,8 +212,8 @@ CKorTilesByFrame::CKorTilesByFrame(const std::vector<CKorTile>& korTiles, const 
     for (uint64_t frame = 0; frame < numOfFrames; ++frame)
         _FirstOfFrame[frame + 1] += _FirstOfFrame[frame];
     std::vector<uint32_t> nextOfFrame(_FirstOfFrame.begin(), _FirstOfFrame.end() - 1);
-    for (uint32_t number = 0; number < korTiles.size(); ++number)
-        _TileNumbers[nextOfFrame[FrameNumber(korTiles[number].Idx.FrameIdx())]++] = number;
+    for (uint32_t number = 0; number < _KorTiles.size(); ++number)
+        _TileNumbers[nextOfFrame[FrameNumber(_KorTiles[number].Idx.FrameIdx())]++] = number;
     _NumOfTiles.resize(numOfFrames);
     for (uint64_t frame = 0; frame < numOfFrames; ++frame)
         SortTilesOf(frame);
@@ -203,26 +231,30 @@ void CKorTilesByFrame::SortTilesOf(uint64_t frameNumber)
     const auto last = _TileNumbers.begin() + _FirstOfFrame[frameNumber + 1];
     const auto isBefore = [this](uint32_t left, uint32_t right)
     { return PlaceOf(_KorTiles[left].Idx) < PlaceOf(_KorTiles[right].Idx); };
-    if (!std::is_sorted(first, last, isBefore))
-        std::stable_sort(first, last, isBefore);
+    const auto isNotBefore = [&](uint32_t left, uint32_t right) { return !isBefore(left, right); };
+    _NumOfTiles[frameNumber] = static_cast<uint32_t>(last - first);
+    if (std::adjacent_find(first, last, isNotBefore) == last)
+        return; // sorted, and without repeated positions: nearly every file
+    std::stable_sort(first, last, isBefore);
     const auto isSamePlace = [this](uint32_t left, uint32_t right)
     { return PlaceOf(_KorTiles[left].Idx) == PlaceOf(_KorTiles[right].Idx); };
     _NumOfTiles[frameNumber] = static_cast<uint32_t>(std::unique(first, last, isSamePlace) - first);
 }
 
-std::span<const uint32_t> CKorTilesByFrame::TilesOf(const CFrameIdx& idx) const
+CKorTileNumbers CKorTilesByFrame::TilesOf(const CFrameIdx& idx) const
 {
+    if (IsTheListATable())
+        return CKorTileNumbers(_KorTiles.size());
     const uint64_t frameNumber = FrameNumber(idx);
     ZEL_ASSERT(frameNumber < _NumOfTiles.size());
-    return std::span(_TileNumbers).subspan(_FirstOfFrame[frameNumber], _NumOfTiles[frameNumber]);
+    return CKorTileNumbers(std::span(_TileNumbers).subspan(_FirstOfFrame[frameNumber], _NumOfTiles[frameNumber]));
 }
 
 std::unique_ptr<CDeepZoomTiles> MakeKorFrameTiles(CZelFrame& frame)
 {
     CZelMultiDimImage& image = frame.ParentZelImage();
     const CKorTilesByFrame& tilesByFrame = image.KorTilesByFrame();
-    auto tiles =
-        std::make_unique<CKorFrameTiles>(frame, image.KorFile()->KorTiles(), tilesByFrame.TilesOf(frame.FrameIdx()));
+    auto tiles = std::make_unique<CKorFrameTiles>(frame, *image.KorFile(), tilesByFrame);
     return tiles->LieInTheirMatrixes() ? std::move(tiles) : nullptr;
 }
 

@@ -1,6 +1,6 @@
 #pragma once
 #include "CommonImageAccess/DeepZoomTile.h"
-#include "ZelLoader/Store/KorTile.h"
+#include "ZelLoader/Store/KorTileLevels.h"
 
 #include <memory>
 #include <span>
@@ -9,27 +9,49 @@
 namespace Zel
 {
 
+class CKorFile;
 class CZelFrame;
 
-/// Which records of a store belong to which frame. Made once per store by two walks over its records; each frame then
-/// finds its own without looking at those of the others.
+/// The numbers of a frame's records, by place in its table.
+class CKorTileNumbers
+{
+public:
+    explicit CKorTileNumbers(std::span<const uint32_t> numbers) : _numbers(numbers.data()), _size(numbers.size()) {}
+    /// A table that is the store's list itself: each place holds its own number.
+    explicit CKorTileNumbers(size_t numOfTiles) : _numbers(nullptr), _size(numOfTiles) {}
+
+    size_t Size() const { return _size; }
+    uint32_t operator[](size_t place) const { return _numbers ? _numbers[place] : static_cast<uint32_t>(place); }
+
+private:
+    const uint32_t* _numbers;
+    size_t _size;
+};
+
+/// Which records of a store belong to which frame. Where the store has one frame and is sorted, the list itself is the
+/// table of that frame. Else two walks over the records make a table; each frame then finds its own without looking at
+/// those of the others.
 class CKorTilesByFrame
 {
 public:
-    /// `korTiles` must outlive this.
-    CKorTilesByFrame(const std::vector<CKorTile>& korTiles, const CDimensions& dimensions, uint64_t maxNumOfFrames);
+    /// `korFile` must outlive this.
+    CKorTilesByFrame(const CKorFile& korFile, const CDimensions& dimensions, uint64_t maxNumOfFrames);
 
     /// The numbers of a frame's records, by level, then row, then column. Of records for one position the first in the
     /// file is the one that counts.
-    std::span<const uint32_t> TilesOf(const CFrameIdx& idx) const;
+    CKorTileNumbers TilesOf(const CFrameIdx& idx) const;
+    /// True when the list itself is the table of the one frame.
+    bool IsTheListATable() const { return _TileNumbers.empty(); }
 
 private:
+    bool CanTheListBeATable(uint64_t numOfFrames, const CKorTileLevels& levels) const;
+    void MakeTable(uint64_t numOfFrames);
     uint64_t FrameNumber(const CFrameIdx& idx) const;
     void SortTilesOf(uint64_t frameNumber);
 
     const std::vector<CKorTile>& _KorTiles;
     CFrameIdx _Strides; ///< how far apart neighbours on each dimension lie in the numbering of frames; 0: no dimension
-    std::vector<uint32_t> _TileNumbers;
+    std::vector<uint32_t> _TileNumbers;  ///< empty where the list is the table
     std::vector<uint32_t> _FirstOfFrame; ///< by frame number, and the end
     std::vector<uint32_t> _NumOfTiles;   ///< by frame number, without repeated positions
 };

@@ -27,16 +27,16 @@ const CKorTile& CZelDeepZoomTile::MetaData() const
 
 CDeepZoomTile* CZelDeepZoomTile::NextTileOnDisk()
 {
-    const CFrames& frames = ParentFrame().ParentMultiDimImg().Frames();
+    CMultiDimImage& image = ParentFrame().ParentMultiDimImg();
     const CKorFile& korFile = KorFile();
     const auto& korTiles = korFile.KorTiles();
     for (uint32_t number = korFile.NextTileOnDisk(_TileNumber); number < korTiles.size();
          number = korFile.NextTileOnDisk(number))
     {
         const CDecompressedKorTileIdx& idx = korTiles[number].Idx;
-        const auto frame = frames.find(idx.FrameIdx());
-        ZEL_ASSERT(frame != frames.end());
-        auto* tile = static_cast<CZelDeepZoomTile*>(frame->second->DeepZoomTiles().Find(idx.TileIdx()));
+        CFrame* frame = image.FindFrame(idx.FrameIdx());
+        ZEL_ASSERT(frame);
+        auto* tile = static_cast<CZelDeepZoomTile*>(frame->DeepZoomTiles().Find(idx.TileIdx()));
         ZEL_ASSERT(tile);
         if (tile->TileNumber() == number) // else the record repeats the position of one before it
             return tile;
