@@ -1,6 +1,7 @@
 #pragma once
 #include <algorithm>
 #include <cstdint>
+#include <initializer_list>
 #include <vector>
 
 namespace CIA
@@ -10,6 +11,12 @@ namespace CIA
 class CChannelSelection
 {
 public:
+    CChannelSelection() = default;
+    CChannelSelection(std::initializer_list<uint32_t> channelIDs)
+    {
+        for (const uint32_t channelID : channelIDs)
+            Add(channelID);
+    }
     void Add(uint32_t channelID)
     {
         if (channelID < NumOfLow)

@@ -5,6 +5,7 @@
 #include "CommonUtil/Assertion.h"
 
 #include <compare>
+#include <initializer_list>
 #include <memory>
 #include <vector>
 
@@ -55,6 +56,13 @@ private:
 class CFrameCoords
 {
 public:
+    CFrameCoords() = default;
+    /// The indexes of coordinates. Asserts that their dimensions tell frames apart.
+    CFrameCoords(std::initializer_list<CCoords::value_type> coords)
+    {
+        for (const auto& [type, coord] : coords)
+            Set(type, coord->Index());
+    }
     bool Has(DimensionType::E type) const { return _types.Has(type); }
     CDimensionTypes Types() const { return _types; }
     /// Asserts that the dimension tells frames apart.
