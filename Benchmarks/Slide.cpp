@@ -2,12 +2,11 @@
 
 #include "SampleDocuments/Document.h"
 
-#include <algorithm>
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
-#include <fstream>
+#include <fcntl.h>
 #include <map>
 #include <memory>
 #include <unistd.h>
@@ -44,12 +43,10 @@ private:
 };
 
 template <typename T>
-T NumberAt(std::ifstream& file, uint64_t offset)
+T NumberAt(const CFile& file, uint64_t offset)
 {
     T number{};
-    file.seekg(static_cast<std::streamoff>(offset));
-    file.read(reinterpret_cast<char*>(&number), sizeof number);
-    Require(file.good(), "reading a store's header");
+    file.Read(&number, sizeof number, offset);
     return number;
 }
 
@@ -76,12 +73,19 @@ double SecondsOf(const std::function<void()>& work)
     return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
 }
 
-double Median(std::vector<double> values)
+CFile::CFile(const std::filesystem::path& name) : _file(open(name.c_str(), O_RDONLY | O_CLOEXEC))
 {
-    Require(!values.empty(), "taking a median");
-    const auto middle = values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2);
-    std::nth_element(values.begin(), middle, values.end());
-    return *middle;
+    Require(_file >= 0, "opening a store");
+}
+
+CFile::~CFile()
+{
+    close(_file);
+}
+
+void CFile::Read(void* target, size_t size, uint64_t offset) const
+{
+    Require(pread(_file, target, size, static_cast<off_t>(offset)) == static_cast<ssize_t>(size), "pread");
 }
 
 const CSlide& CSlide::Of(int64_t numOfTiles)
@@ -100,66 +104,32 @@ CSlide::CSlide(int64_t numOfTiles)
     const uint32_t rows = static_cast<uint32_t>(numOfTiles) / columns;
     _numOfTiles = columns * rows;
     const std::string stem = "slide" + std::to_string(numOfTiles);
-    const std::filesystem::path fileName = Folder() / (stem + ".zel");
+    _fileName = Folder() / (stem + ".zel");
     Document()
         .With(Stack(1)
                   .Size(columns * TilePixels, rows * TilePixels)
                   .Tiles(TilePixels, TilePixels)
                   .Jpeg()
                   .Contents(Holes(TileSize)))
-        .WriteTo(fileName);
-    _fileName = fileName.wstring();
+        .WriteTo(_fileName);
     _storeName = Folder() / ("_" + stem + "_") / "stack1" / "frame_t.kor";
-    ReadList();
+    _list = CStoreList(CFile(_storeName));
+    Require(_list.Offsets.size() == _numOfTiles, "counting the records of a store");
 }
 
-/// Reads the list with none of the plug-in's code: what is measured beside it must not depend on it.
-void CSlide::ReadList()
+CStoreList::CStoreList(const CFile& store) : Begin(NumberAt<uint64_t>(store, 32))
 {
-    std::ifstream file(_storeName, std::ios::binary);
-    _offsetOfList = NumberAt<uint64_t>(file, 32);
-    Require(NumberAt<uint32_t>(file, 40) == _numOfTiles, "counting the records of a store");
-    const uint64_t sizeOfRecord = 4 + 4 * uint64_t{NumberAt<uint32_t>(file, _offsetOfList)} + 16;
-    _sizeOfList = sizeOfRecord * _numOfTiles;
-    std::vector<char> list(_sizeOfList);
-    file.seekg(static_cast<std::streamoff>(_offsetOfList));
-    file.read(list.data(), static_cast<std::streamsize>(list.size()));
-    Require(file.good(), "reading the records of a store");
-    for (uint64_t end = sizeOfRecord; end <= _sizeOfList; end += sizeOfRecord)
+    const uint32_t numOfRecords = NumberAt<uint32_t>(store, 40);
+    const uint64_t sizeOfRecord = 4 + 4 * uint64_t{NumberAt<uint32_t>(store, Begin)} + 16;
+    Size = sizeOfRecord * numOfRecords;
+    std::vector<char> list(Size);
+    store.Read(list.data(), Size, Begin);
+    for (uint64_t end = sizeOfRecord; end <= Size; end += sizeOfRecord)
     {
         uint64_t offset = 0;
         std::memcpy(&offset, list.data() + end - 16, sizeof offset);
-        _tileOffsets.push_back(offset);
+        Offsets.push_back(offset);
     }
-}
-
-COpenSlide::COpenSlide(const CSlide& slide)
-{
-    Require(_AC_Open(slide.FileName().c_str(), AC_OM_READ, &_document) == AC_RESULT_SUCCESS, "_AC_Open");
-    Require(_AC_GetGroup(_document, 0, &_group) == AC_RESULT_SUCCESS, "_AC_GetGroup");
-}
-
-COpenSlide::~COpenSlide()
-{
-    _AC_Close(_document);
-}
-
-AC_HIMAGE COpenSlide::Tile(uint32_t number) const
-{
-    AC_HAREA area = nullptr;
-    AC_HIMAGE tile = nullptr;
-    Require(_AC_GetArea(_group, 0, number, &area) == AC_RESULT_SUCCESS, "_AC_GetArea");
-    Require(_AC_GetImage(area, L"0", nullptr, 0, &tile) == AC_RESULT_SUCCESS && tile, "_AC_GetImage");
-    return tile;
-}
-
-void COpenSlide::ReadBody(AC_HIMAGE tile, std::vector<BYTE>& buffer) const
-{
-    CMN_RECT whole{};
-    UINT64 size = 0;
-    Require(_AC_GetImageBody(tile, &whole, buffer.data(), buffer.size(), &size) == AC_RESULT_SUCCESS &&
-                size == TileSize,
-            "_AC_GetImageBody");
 }
 
 } // namespace Benchmarks

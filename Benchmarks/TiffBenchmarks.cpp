@@ -1,5 +1,7 @@
 // Stacks kept as TIFF, each job beside what libtiff itself takes for the same directories, strips and tiles.
 
+#include "Benchmarks/Comparison.h"
+#include "Benchmarks/Host.h"
 #include "Benchmarks/Slide.h"
 #include "SampleDocuments/Document.h"
 
@@ -76,63 +78,14 @@ CTiff OpenTiff(const std::filesystem::path& path)
     return tif;
 }
 
-class COpenDocument
+/// The share of libtiff's rate.
+void CompareWithLibtiff(benchmark::State& state, const char* beside, const std::function<void()>& job,
+                        const std::function<void()>& peer)
 {
-public:
-    explicit COpenDocument(const std::filesystem::path& path)
-    {
-        Require(_AC_Open(path.wstring().c_str(), AC_OM_READ, &_document) == AC_RESULT_SUCCESS, "_AC_Open");
-        Require(_AC_GetGroup(_document, 0, &_group) == AC_RESULT_SUCCESS, "_AC_GetGroup");
-    }
-    ~COpenDocument() { _AC_Close(_document); }
-    COpenDocument(const COpenDocument&) = delete;
-    COpenDocument& operator=(const COpenDocument&) = delete;
-
-    AC_HIMAGE Tile(uint32_t number) const { return Image(number, nullptr, 0); }
-    AC_HIMAGE AtTime(uint32_t time) const
-    {
-        AC_AXIS_INFO axis{AC_AT_TIME, time};
-        return Image(0, &axis, 1);
-    }
-    static void ReadBody(AC_HIMAGE image, std::vector<BYTE>& buffer)
-    {
-        CMN_RECT whole{};
-        UINT64 size = 0;
-        Require(_AC_GetImageBody(image, &whole, buffer.data(), buffer.size(), &size) == AC_RESULT_SUCCESS &&
-                    size == buffer.size(),
-                "_AC_GetImageBody");
-    }
-
-private:
-    AC_HIMAGE Image(uint32_t area, AC_AXIS_INFO* axes, int numOfAxes) const
-    {
-        AC_HAREA hArea = nullptr;
-        AC_HIMAGE image = nullptr;
-        Require(_AC_GetArea(_group, 0, area, &hArea) == AC_RESULT_SUCCESS, "_AC_GetArea");
-        Require(_AC_GetImage(hArea, L"0", axes, numOfAxes, &image) == AC_RESULT_SUCCESS && image, "_AC_GetImage");
-        return image;
-    }
-
-    AC_HFILE _document = nullptr;
-    AC_HGROUP _group = nullptr;
-};
-
-/// Times `job` and `peer` in turn. "rate" is that of the job as a share of the peer's, by medians.
-void CompareWithPeer(benchmark::State& state, const std::function<void()>& job, const std::function<void()>& peer)
-{
-    std::vector<double> jobs;
-    std::vector<double> peers;
-    for (auto iteration : state)
-    {
-        static_cast<void>(iteration);
-        jobs.push_back(SecondsOf(job));
-        peers.push_back(SecondsOf(peer));
-        state.SetIterationTime(jobs.back());
-    }
-    const auto count = static_cast<double>(state.range(0));
-    state.counters["ns_per_item"] = Median(jobs) / count * 1e9;
-    state.counters["peer_ns_per_item"] = Median(peers) / count * 1e9;
-    state.counters["rate"] = Median(peers) / Median(jobs);
+    job();
+    Compare(
+        state, {beside, "ns/item", PerItem(static_cast<double>(state.range(0))), true, 0},
+        [&] { return SecondsOf(job); }, [&] { return SecondsOf(peer); });
 }
 
 /// Opening a document and reading the strip of each directory once, beside a walk of the chain by libtiff.
@@ -141,8 +94,8 @@ void TiffDirectories(benchmark::State& state)
     const auto count = static_cast<uint32_t>(state.range(0));
     const auto& path = DocumentOf(Directories, count);
     std::vector<BYTE> strip(2);
-    CompareWithPeer(
-        state,
+    CompareWithLibtiff(
+        state, "libtiff's walk of the chain",
         [&]
         {
             const COpenDocument document(path);
@@ -168,8 +121,8 @@ void TiffStrips(benchmark::State& state)
     for (uint32_t time = 0; time < count; ++time)
         images.push_back(document.AtTime(time));
     std::vector<BYTE> strip(TileSize);
-    CompareWithPeer(
-        state,
+    CompareWithLibtiff(
+        state, "libtiff's raw reads along the chain",
         [&]
         {
             for (AC_HIMAGE image : images)
@@ -197,8 +150,8 @@ void TiffTiles(benchmark::State& state)
     constexpr tmsize_t Size = EdgeOfTile * EdgeOfTile;
     std::vector<BYTE> tile(Size);
     const CTiff tif = OpenTiff(path.parent_path() / ("_" + path.stem().string() + "_") / "stack1" / "frame_t.tif");
-    CompareWithPeer(
-        state,
+    CompareWithLibtiff(
+        state, "libtiff's raw reads",
         [&]
         {
             for (AC_HIMAGE image : images)
@@ -211,9 +164,9 @@ void TiffTiles(benchmark::State& state)
         });
 }
 
-BENCHMARK(TiffDirectories)->Arg(1000)->Arg(10000)->UseManualTime()->Iterations(5)->Unit(benchmark::kMillisecond);
-BENCHMARK(TiffStrips)->Arg(1000)->UseManualTime()->Iterations(9)->Unit(benchmark::kMillisecond);
-BENCHMARK(TiffTiles)->Arg(1000)->UseManualTime()->Iterations(9)->Unit(benchmark::kMillisecond);
+BENCHMARK(TiffDirectories)->Arg(1000)->Arg(10000)->UseManualTime()->Iterations(5);
+BENCHMARK(TiffStrips)->Arg(1000)->UseManualTime()->Iterations(9);
+BENCHMARK(TiffTiles)->Arg(1000)->UseManualTime()->Iterations(9);
 
 } // namespace
 } // namespace Benchmarks
