@@ -12,7 +12,7 @@ namespace
 {
 
 constexpr unsigned FewSeconds = 20;
-constexpr rlim_t ModestMemory = 256 << 20;
+[[maybe_unused]] constexpr rlim_t ModestMemory = 256 << 20;
 /// Exit codes of children that are no result.
 constexpr int SomethingElse = 200;
 
@@ -57,8 +57,10 @@ protected:
         const auto end = TestSupport::RunInChild(
             [this]
             {
+#ifndef __SANITIZE_ADDRESS__ // whose own memory would be counted
                 const rlimit limit = {ModestMemory, ModestMemory};
                 setrlimit(RLIMIT_DATA, &limit);
+#endif
                 const AC_Result result = ResultOfAll(FileName());
                 return result < NUM_OF_AC_RESULT_CODES ? int{result} : SomethingElse;
             },
