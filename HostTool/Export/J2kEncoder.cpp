@@ -1,28 +1,15 @@
 #include "HostTool/Export/TileEncoders.h"
+#include "HostTool/Pixels/J2kHandles.h"
 
 #include <array>
 #include <cstring>
 #include <memory>
-#include <openjpeg.h>
 
 namespace HostTool
 {
 
 namespace
 {
-
-struct CStreamDeleter
-{
-    void operator()(opj_stream_t* stream) const { opj_stream_destroy(stream); }
-};
-struct CCodecDeleter
-{
-    void operator()(opj_codec_t* codec) const { opj_destroy_codec(codec); }
-};
-struct CImageDeleter
-{
-    void operator()(opj_image_t* image) const { opj_image_destroy(image); }
-};
 
 /// Bytes in memory, as the library writes them: it goes back to fill in lengths.
 struct CBytesAndPosition

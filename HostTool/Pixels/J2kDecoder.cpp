@@ -1,10 +1,10 @@
+#include "HostTool/Pixels/J2kHandles.h"
 #include "HostTool/Pixels/TileCodec.h"
 
 #include <algorithm>
 #include <cstring>
 #include <limits>
 #include <memory>
-#include <openjpeg.h>
 #include <vector>
 
 namespace HostTool
@@ -12,19 +12,6 @@ namespace HostTool
 
 namespace
 {
-
-struct CStreamDeleter
-{
-    void operator()(opj_stream_t* stream) const { opj_stream_destroy(stream); }
-};
-struct CCodecDeleter
-{
-    void operator()(opj_codec_t* codec) const { opj_destroy_codec(codec); }
-};
-struct CImageDeleter
-{
-    void operator()(opj_image_t* image) const { opj_image_destroy(image); }
-};
 
 /// Bytes in memory, as the library reads them.
 struct CBytesAndPosition
