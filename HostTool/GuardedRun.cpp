@@ -61,7 +61,7 @@ int WaitFor(pid_t child)
 
 } // namespace
 
-int RunGuarded(const std::string& document, const std::function<int()>& work)
+CChildEnd RunInChild(const std::function<int()>& work)
 {
     std::cout.flush();
     const pid_t child = fork();
@@ -73,11 +73,25 @@ int RunGuarded(const std::string& document, const std::function<int()>& work)
     const int status = WaitFor(child);
     HandleSignalsOfUsers(SIG_DFL);
     if (WIFEXITED(status))
-        return WEXITSTATUS(status);
-    if (std::count(SignalsOfUsers.begin(), SignalsOfUsers.end(), WTERMSIG(status)) != 0)
-        std::raise(WTERMSIG(status));
-    std::cerr << "zel: " << Printable(document) << ": reading it ended early (" << strsignal(WTERMSIG(status))
-              << "): it holds data of a kind that the plug-in does not know, or it is damaged\n";
+        return {WEXITSTATUS(status), 0};
+    const int signal = WTERMSIG(status);
+    if (std::count(SignalsOfUsers.begin(), SignalsOfUsers.end(), signal) != 0)
+        std::raise(signal);
+    return {0, signal};
+}
+
+std::string TextOfEarlyEnd(const std::string& document, const CChildEnd& end)
+{
+    return document + ": reading it ended early (" + strsignal(end.Signal) +
+           "): it holds data of a kind that the plug-in does not know, or it is damaged";
+}
+
+int RunGuarded(const std::string& document, const std::function<int()>& work)
+{
+    const CChildEnd end = RunInChild(work);
+    if (!end.IsEarly())
+        return end.ExitCode;
+    std::cerr << "zel: " << Printable(TextOfEarlyEnd(document, end)) << '\n';
     return static_cast<int>(ExitCode::BadFile);
 }
 

@@ -6,6 +6,22 @@
 namespace HostTool
 {
 
+/// How a child process ended.
+struct CChildEnd
+{
+    int ExitCode = 0;
+    int Signal = 0; ///< by which it ended without an exit code; 0 if it has one
+
+    bool IsEarly() const { return Signal != 0; }
+};
+
+/// Runs `work` in a child process, which ends with its exit code. What `work` throws goes on, in the child only. A
+/// signal by which users end programs ends this process, too. Throws CHostError if there can't be a child.
+CChildEnd RunInChild(const std::function<int()>& work);
+
+/// What is said of a document whose reading ended early, in a line.
+std::string TextOfEarlyEnd(const std::string& document, const CChildEnd& end);
+
 /// Runs `work` in a child process and answers its exit code. A document may hold data at which the plug-in ends the
 /// process by design: that ends the child, and the user gets one line about `document` in place of a core dump.
 int RunGuarded(const std::string& document, const std::function<int()>& work);

@@ -1,5 +1,6 @@
 #include "HostTool/InfoCommand.h"
 
+#include "HostTool/GuardedRun.h"
 #include "HostTool/InfoJson.h"
 #include "HostTool/Pixels/Bitmap.h"
 #include "HostTool/Pixels/TileCodec.h"
@@ -253,13 +254,27 @@ ExitCode PrintInfo(const std::filesystem::path& plugin, const std::filesystem::p
 }
 
 /// A failure stands in the output; the code is that of a document that can't be opened.
-ExitCode PrintInfoAsJson(const std::filesystem::path& plugin, const std::filesystem::path& file)
+ExitCode PrintKnownAsJson(const std::filesystem::path& plugin, const std::filesystem::path& file)
 {
     const CInfo info = InfoOf(plugin, file);
     PrintJson(std::cout, info);
     if (!info.Facts)
         CDocument(CPluginHost(plugin), file); // throws what it failed by
     return ExitCode::Done;
+}
+
+/// JSON also where the plug-in ends the process: that is a child of this one, which prints nothing before it knows all.
+ExitCode PrintInfoAsJson(const std::filesystem::path& plugin, const std::filesystem::path& file)
+{
+    const CChildEnd end = RunInChild([&] { return static_cast<int>(PrintKnownAsJson(plugin, file)); });
+    if (!end.IsEarly())
+        return static_cast<ExitCode>(end.ExitCode);
+    const CHostError failure(ExitCode::BadFile, TextOfEarlyEnd(file.string(), end));
+    CInfo info;
+    info.Path = std::filesystem::absolute(file);
+    info.Remarks.push_back({"error", "ended-early", failure.what()});
+    PrintJson(std::cout, info);
+    throw failure;
 }
 
 } // namespace

@@ -202,6 +202,7 @@ private:
                                       std::to_string(finest.Level->Picture.X - finest.Rect.X) + " pixels left of and " +
                                       std::to_string(finest.Level->Picture.Y - finest.Rect.Y) +
                                       " above it are there as well");
+        ReportTilesBeside(group, outcome);
         if (group.Counts.UnlikeOthers > 0)
             outcome.Remarks.push_back(name + ": " + TextOfCount(group.Counts.UnlikeOthers, "tile") +
                                       " as stored differ in size, sampling or tables from the first of their level, by "
@@ -212,6 +213,29 @@ private:
                                           std::to_string(8 * channel.Format.BytesPerComponent) +
                                           " bits are taken as floating point; --values says otherwise");
         outcome.Remarks.insert(outcome.Remarks.end(), group.Pixels.Limits().begin(), group.Pixels.Limits().end());
+    }
+
+    static void ReportTilesBeside(const CGroupExport& group, CExportOutcome& outcome)
+    {
+        const std::vector<CPosition> planes = PlanesOf(group.Pixels);
+        uint64_t count = 0;
+        std::string levels;
+        for (int level = 0; level < group.Pixels.NumOfLevels(); ++level)
+        {
+            if (!group.Pixels.HasLevel(level))
+                continue;
+            const auto plan =
+                std::find_if(group.Plan.begin(), group.Plan.end(),
+                             [&](const CLevelPlan& candidate) { return candidate.Level->Level == level; });
+            const uint64_t ofLevel = NumOfTilesBeside(group.Pixels, group.Pixels.Level(level),
+                                                      plan == group.Plan.end() ? nullptr : &*plan, planes);
+            count += ofLevel;
+            if (ofLevel > 0)
+                levels += " " + std::to_string(level);
+        }
+        if (count > 0)
+            outcome.Remarks.push_back(NameOfGroup(group.Pixels.Group()) + ": " + TextOfCount(count, "tile") +
+                                      " wholly beside the picture left out: level" + levels);
     }
 
     std::string Prove() const

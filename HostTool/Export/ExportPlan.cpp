@@ -1,6 +1,7 @@
 #include "HostTool/Export/ExportPlan.h"
 
 #include "HostTool/HostError.h"
+#include "HostTool/Pixels/Stitch.h"
 
 #include <algorithm>
 #include <cmath>
@@ -39,6 +40,8 @@ std::string WhyNotAsStored(const CGroupPixels& pixels, const CLevel& level)
     }
     if (!IsTileSize(level.TileWidth) || !IsTileSize(level.TileHeight))
         return "its tiles of " + TextOfSize(level) + " are no multiples of 16";
+    if (pixels.HasLowLastStrip(level))
+        return "its last strip is lower than the others";
     return {};
 }
 
@@ -106,6 +109,19 @@ void RequireProportion(const CGroupPixels& pixels, const CLevelPlan& plan)
                                                 "is damaged, 'zel region' still gets parts of it");
 }
 
+struct CPlaceInGrid
+{
+    int64_t Col = 0;
+    int64_t Row = 0;
+};
+
+/// Where a tile of the file stands in its level.
+CPlaceInGrid PlaceOf(const CLevelPlan& plan, uint64_t col, uint64_t row)
+{
+    const CTileRange first = TilesOf(*plan.Level, {plan.Rect.X, plan.Rect.Y, 1, 1});
+    return {first.FirstCol + static_cast<int64_t>(col), first.FirstRow + static_cast<int64_t>(row)};
+}
+
 } // namespace
 
 std::vector<CLevelPlan> PlanOf(const CGroupPixels& pixels)
@@ -120,6 +136,45 @@ std::vector<CLevelPlan> PlanOf(const CGroupPixels& pixels)
         RequireProportion(pixels, plan);
     }
     return plans;
+}
+
+std::optional<CStoredTile> ReadStoredTile(const CGroupPixels& pixels, const CLevelPlan& plan, uint64_t col,
+                                          uint64_t row, const CPosition& position)
+{
+    const CPlaceInGrid place = PlaceOf(plan, col, row);
+    auto tile = pixels.ReadTile(*plan.Level, place.Col, place.Row, position);
+    const CPixelFormat& format = pixels.Channel(position.Channel).Format;
+    const uint64_t bytes = uint64_t{plan.TileWidth} * plan.TileHeight * format.BytesPerPixel();
+    if (tile && tile->Coding == TileCoding::Raw && tile->Bytes.size() != bytes)
+        throw CTileError("it has " + std::to_string(tile->Bytes.size()) + " bytes and not " + std::to_string(bytes));
+    if (tile && (tile->Bytes.empty() || tile->Bytes.size() > 0xFFFFFFFFU))
+        throw CTileError("it has " + std::to_string(tile->Bytes.size()) + " bytes");
+    return tile;
+}
+
+std::string NameOfStoredTile(const CLevelPlan& plan, uint64_t col, uint64_t row, const CPosition& position)
+{
+    const CPlaceInGrid place = PlaceOf(plan, col, row);
+    return NameOfTile(*plan.Level, place.Col, place.Row, position);
+}
+
+uint64_t NumOfTilesBeside(const CGroupPixels& pixels, const CLevel& level, const CLevelPlan* plan,
+                          const std::vector<CPosition>& planes)
+{
+    const CTileRange shown = plan ? TilesOf(level, plan->Rect) : CTileRange();
+    uint64_t count = 0;
+    for (uint64_t area = 0; area < level.Grid.Cols * level.Grid.Rows; ++area)
+    {
+        const int64_t col = level.FirstCol + static_cast<int64_t>(area % level.Grid.Cols);
+        const int64_t row = level.FirstRow + static_cast<int64_t>(area / level.Grid.Cols);
+        const bool isShown =
+            col >= shown.FirstCol && col <= shown.LastCol && row >= shown.FirstRow && row <= shown.LastRow;
+        if (!isShown)
+            count += static_cast<uint64_t>(std::count_if(planes.begin(), planes.end(),
+                                                         [&](const CPosition& position)
+                                                         { return pixels.FindImage(level, col, row, position); }));
+    }
+    return count;
 }
 
 } // namespace HostTool

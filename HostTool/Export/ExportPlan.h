@@ -25,4 +25,17 @@ struct CLevelPlan
 /// Throws CHostError if the picture is too large for the tiles that there are.
 std::vector<CLevelPlan> PlanOf(const CGroupPixels& pixels);
 
+/// A tile of the file as it is stored in the document, by its column and row in the file; nothing if none is stored.
+/// Throws CTileError if it can't be read, or no reader of the file could take it for a tile.
+std::optional<CStoredTile> ReadStoredTile(const CGroupPixels& pixels, const CLevelPlan& plan, uint64_t col,
+                                          uint64_t row, const CPosition& position);
+
+/// "level 0, column 3, row 4, ..." of such a tile.
+std::string NameOfStoredTile(const CLevelPlan& plan, uint64_t col, uint64_t row, const CPosition& position);
+
+/// How many stored tiles of a level lie wholly beside what the file shows of it, in all planes. `plan` is null for a
+/// level that is left out.
+uint64_t NumOfTilesBeside(const CGroupPixels& pixels, const CLevel& level, const CLevelPlan* plan,
+                          const std::vector<CPosition>& planes);
+
 } // namespace HostTool

@@ -88,24 +88,13 @@ CPlaneExport::CPlace CPlaneExport::BackgroundTile(const CLevelPlan& plan, const 
 std::optional<CStoredTile> CPlaneExport::ReadTile(const CLevelPlan& plan, uint64_t col, uint64_t row,
                                                   const CPosition& position)
 {
-    const CTileRange first = TilesOf(*plan.Level, {plan.Rect.X, plan.Rect.Y, 1, 1});
-    const int64_t tileCol = first.FirstCol + static_cast<int64_t>(col);
-    const int64_t tileRow = first.FirstRow + static_cast<int64_t>(row);
     try
     {
-        auto tile = _Pixels.ReadTile(*plan.Level, tileCol, tileRow, position);
-        const CPixelFormat& format = _Pixels.Channel(position.Channel).Format;
-        const uint64_t bytes = uint64_t{plan.TileWidth} * plan.TileHeight * format.BytesPerPixel();
-        if (tile && tile->Coding == TileCoding::Raw && tile->Bytes.size() != bytes)
-            throw CTileError("it has " + std::to_string(tile->Bytes.size()) + " bytes and not " +
-                             std::to_string(bytes));
-        if (tile && (tile->Bytes.empty() || tile->Bytes.size() > 0xFFFFFFFFU))
-            throw CTileError("it has " + std::to_string(tile->Bytes.size()) + " bytes");
-        return tile;
+        return ReadStoredTile(_Pixels, plan, col, row, position);
     }
     catch (const CTileError& error)
     {
-        _ReadFailures.Add(NameOfTile(*plan.Level, tileCol, tileRow, position) + ": " + error.what());
+        _ReadFailures.Add(NameOfStoredTile(plan, col, row, position) + ": " + error.what());
         return std::nullopt;
     }
 }

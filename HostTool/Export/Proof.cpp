@@ -53,22 +53,19 @@ void CProof::ReadBytes(uint32_t number, ByteBuffer& bytes) const
 
 void CProof::ProveStored(const CGroupPixels& pixels, const CLevelPlan& plan, const CPosition& position)
 {
-    const CTileRange first = TilesOf(*plan.Level, {plan.Rect.X, plan.Rect.Y, 1, 1});
     ByteBuffer bytes;
     for (uint64_t row = 0; row < plan.NumOfRows(); ++row)
         for (uint64_t col = 0; col < plan.NumOfCols(); ++col)
         {
-            const int64_t tileCol = first.FirstCol + static_cast<int64_t>(col);
-            const int64_t tileRow = first.FirstRow + static_cast<int64_t>(row);
             const auto number = static_cast<uint32_t>(row * plan.NumOfCols() + col);
+            _Progress.Advance(1);
             try
             {
-                const auto tile = pixels.ReadTile(*plan.Level, tileCol, tileRow, position);
-                _Progress.Advance(1);
+                const auto tile = ReadStoredTile(pixels, plan, col, row, position);
                 if (!tile)
                     continue;
                 if (ReadBytes(number, bytes); bytes != tile->Bytes)
-                    Fail("the bytes of " + NameOfTile(*plan.Level, tileCol, tileRow, position) + " differ");
+                    Fail("the bytes of " + NameOfStoredTile(plan, col, row, position) + " differ");
             }
             catch (const CTileError&)
             {

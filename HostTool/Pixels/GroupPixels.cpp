@@ -2,6 +2,8 @@
 
 #include "HostTool/HostError.h"
 #include "HostTool/Pixels/JpegHeader.h"
+#include "HostTool/Pixels/StreamSize.h"
+#include "HostTool/Reader/StoreKind.h"
 
 #include <algorithm>
 
@@ -28,34 +30,6 @@ int64_t SizeOf(const CArea& area, const wchar_t* axis)
 {
     const auto info = area.Properties(L"AxisInfo", L"axisName", axis);
     return info ? std::max<int64_t>(1, static_cast<int64_t>(info->Number(L"maxSize").value_or(1))) : 1;
-}
-
-/// A level whose tiles are as wide as itself is kept in strips, for all that its host can see.
-bool IsInStrips(const CLevel& level)
-{
-    return level.Grid.Cols == 1 && level.Grid.Rows > 1 && level.TileWidth >= level.Picture.Width;
-}
-
-/// The files beside a document, in its side folder. Those that can't be seen are passed over: nothing but a remark
-/// hangs on them.
-std::vector<std::filesystem::path> SideFilesOf(const std::filesystem::path& document)
-{
-    std::vector<std::filesystem::path> files;
-    std::error_code error;
-    std::filesystem::recursive_directory_iterator entry(document.parent_path() / ("_" + document.stem().string() + "_"),
-                                                        error);
-    while (!error && entry != std::filesystem::recursive_directory_iterator())
-    {
-        if (entry->is_regular_file(error))
-            files.push_back(entry->path());
-        entry.increment(error);
-    }
-    return files;
-}
-
-bool IsTiff(const std::filesystem::path& file)
-{
-    return file.extension() == ".tif" || file.extension() == ".tiff";
 }
 
 } // namespace
@@ -158,34 +132,45 @@ void CGroupPixels::FindRowsOfStrips(CLevel& level) const
     const CChannelPixels& channel = _Channels.front();
     CPosition position;
     position.Channel = channel.ID;
-    const auto image = _Group.Area(level.Level, 0).Image(position);
-    if (!image || channel.Coding != TileCoding::Raw)
-        return;
-    // The plug-in tells strips of one height, which need not be that of the strips in the file.
-    const uint64_t rows = image->Body().size() / (uint64_t{level.TileWidth} * channel.Format.BytesPerPixel());
-    if (rows > 0 && rows <= static_cast<uint64_t>(level.Picture.Height))
-        level.TileHeight = static_cast<uint32_t>(rows);
+    try
+    {
+        // The plug-in tells strips of one height, which need not be that of the strips in the file.
+        const auto strip = ReadTile(level, level.FirstCol, level.FirstRow, position);
+        if (!strip)
+            return;
+        const auto size = SizeOfStream(*strip);
+        const uint64_t rows = channel.Coding == TileCoding::Raw
+                                  ? strip->Bytes.size() / (uint64_t{level.TileWidth} * channel.Format.BytesPerPixel())
+                                  : (size ? size->Height : 0);
+        if (rows > 0 && rows <= static_cast<uint64_t>(level.Picture.Height))
+            level.TileHeight = static_cast<uint32_t>(rows);
+    }
+    catch (const CTileError&)
+    {
+        return; // its failure is told when its pixels are asked for
+    }
 }
 
 void CGroupPixels::FindLimits()
 {
     const bool hasStrips =
-        std::any_of(_Levels.begin(), _Levels.end(), [](const auto& level) { return level && IsInStrips(*level); });
+        std::any_of(_Levels.begin(), _Levels.end(), [](const auto& level) { return level && level->IsInStrips(); });
     const CLevel& finest = Level(0);
     CPosition first;
     first.Channel = _Channels.front().ID;
     const bool hasSecondTile = finest.Grid.Cols * finest.Grid.Rows < 2 || _Group.Area(0, 1).Image(first).has_value();
     if (!hasStrips && hasSecondTile)
         return;
-    const auto files = SideFilesOf(_Document.Path());
-    if (!hasStrips && files.empty() && _Group.Area(0, 0).Image(first))
+    const StoreKind kind = StoreKindOf(_Document.Path(), _Group.Number());
+    if (!hasStrips && kind == StoreKind::Document && _Group.Area(0, 0).Image(first))
         _Limits.push_back(NameOfGroup(_Group) + ": its directories in the document have several tiles each, of which "
                                                 "the plug-in's interface hands out the first one only");
-    if (!hasStrips || std::none_of(files.begin(), files.end(), IsTiff))
+    _HasStripsOfDocument = hasStrips && kind == StoreKind::Document;
+    if (!hasStrips || kind != StoreKind::TiffStrips)
         return;
     for (auto& level : _Levels)
     {
-        if (!level || !IsInStrips(*level))
+        if (!level || !level->IsInStrips())
             continue;
         FindRowsOfStrips(*level);
         _LevelsWithoutLastRow.insert(level->Level);

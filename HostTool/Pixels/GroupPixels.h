@@ -55,6 +55,12 @@ public:
     /// The image of a tile, for facts about it; nothing if there is none.
     std::optional<CImage> FindImage(const CLevel& level, int64_t col, int64_t row, const CPosition& position) const;
 
+    /// Whether the last strip of a level is lower than the others, and handed out so.
+    bool HasLowLastStrip(const CLevel& level) const
+    {
+        return _HasStripsOfDocument && level.IsInStrips() && level.Picture.Bottom() % level.TileHeight != 0;
+    }
+
     /// What the plug-in's interface can't hand out of this group, one line each, for people. Usually there is nothing.
     const std::vector<std::string>& Limits() const { return _Limits; }
 
@@ -73,6 +79,7 @@ private:
     CAxisSizes _Axes;
     std::vector<std::string> _Limits;
     std::set<int> _LevelsWithoutLastRow;
+    bool _HasStripsOfDocument = false;
 };
 
 /// "group 0"

@@ -42,6 +42,8 @@ struct CLevel
     CPixelRect TileRect(int64_t col, int64_t row) const;
     /// The area of a tile; nothing if the grid does not reach there.
     std::optional<uint64_t> AreaOf(int64_t col, int64_t row) const;
+    /// Tiles as wide as the picture are strips, for all that a host can see.
+    bool IsInStrips() const { return Grid.Cols == 1 && Grid.Rows > 1 && TileWidth >= Picture.Width; }
 };
 
 /// The range of tile columns and rows that a rectangle touches, the last ones included.

@@ -1,6 +1,7 @@
 #include "HostTool/Pixels/Stitch.h"
 
 #include "HostTool/Pixels/Parallel.h"
+#include "HostTool/Pixels/StreamSize.h"
 
 #include <algorithm>
 #include <cstring>
@@ -19,6 +20,14 @@ CPixelTarget PartOf(const CPixelTarget& target, int64_t x, int64_t y, int64_t wi
     part.Width = static_cast<uint32_t>(width);
     part.Height = static_cast<uint32_t>(height);
     return part;
+}
+
+/// The rows of the target that a tile's stream has pixels for: the last strip may end where the picture does.
+uint32_t HeightOfStream(const CStoredTile& tile, const CLevel& level, int64_t row, const CPixelTarget& target)
+{
+    const bool isLastStrip = level.IsInStrips() && row - level.FirstRow == static_cast<int64_t>(level.Grid.Rows) - 1;
+    const auto size = isLastStrip ? SizeOfStream(tile) : std::nullopt;
+    return size && size->Width == target.Width ? std::min(size->Height, target.Height) : target.Height;
 }
 
 } // namespace
@@ -57,10 +66,14 @@ bool CStitcher::Decode(const CLevel& level, int64_t col, int64_t row, const CPos
         const auto tile = _Pixels.ReadTile(level, col, row, position);
         if (!tile)
             return false;
-        if (tile->Coding == TileCoding::Raw &&
-            tile->Bytes.size() < target.Height * size_t{target.Width} * target.Format.BytesPerPixel())
-            Fill(target); // the last strip ends where the picture does
-        DecodeTile(*tile, target);
+        CPixelTarget stored = target;
+        stored.Height = HeightOfStream(*tile, level, row, target);
+        const bool isCutShort =
+            tile->Coding == TileCoding::Raw &&
+            tile->Bytes.size() < target.Height * size_t{target.Width} * target.Format.BytesPerPixel();
+        if (isCutShort || stored.Height < target.Height)
+            Fill(target);
+        DecodeTile(*tile, stored);
         return true;
     }
     catch (const CTileError& error)

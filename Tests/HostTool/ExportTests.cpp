@@ -218,7 +218,7 @@ TEST_F(ZelExport, LeavesOutTilesBesideThePicture)
 {
     const auto stack = Stack(1).Size(128, 64).Tiles(64, 64).Level(0, Columns(-1, 1), Rows(0, 0));
     Write(stack);
-    Export();
+    EXPECT_THAT(Export().Errors, HasSubstr("group 0: 1 tile wholly beside the picture left out: level 0\n"));
     CTiffFile file = File();
     ASSERT_TRUE(file.Select(0));
     EXPECT_EQ(file.NumOfTiles(), 2u);
@@ -234,7 +234,41 @@ TEST_F(ZelExport, CutsTilesAnewThatTiffCannotHold)
     EXPECT_EQ(Exported(0, 1), Region(1));
 }
 
+/// Strips as wide as four tiles, of which the last one is lower.
+CSlideOptions Strips(uint32_t compression)
+{
+    return Slide(compression,
+                 [](auto& o)
+                 {
+                     o.Storage = StackStorage::InDocument;
+                     o.RowsPerStrip = 64;
+                     o.Quality = 100;
+                 });
+}
+
+TEST_F(ZelExport, CutsStripsAnewOfWhichTheLastOneIsLower)
+{
+    for (const uint32_t compression : {StoreCompression::Raw, StoreCompression::J2k})
+    {
+        Write(SlideFromPicture(DrawPicture(256, 200), Strips(compression)));
+        EXPECT_THAT(Export({"--prove"}).Errors, HasSubstr("its last strip is lower than the others"));
+        EXPECT_EQ(Exported(0), DrawPicture(256, 200));
+    }
+}
+
 // What goes wrong.
+
+TEST_F(ZelExport, ProvesWhatIsThereBesideARawTileOfAnotherSize)
+{
+    Document document;
+    document.With(Stack(1).Size(192, 64).Tiles(64, 64));
+    document.Store(1).Tiles[1].Size = 100;
+    Write(document);
+    const auto result = TryToRun("export", "slide.ome.tif", {"--prove"});
+    EXPECT_EQ(result.ExitCode, 1);
+    EXPECT_THAT(result.Errors, HasSubstr("1 tile cannot be read and are background"));
+    EXPECT_THAT(result.Output, HasSubstr("read back; 2 tiles equal"));
+}
 
 TEST_F(ZelExport, GoesOnBehindADamagedTile)
 {

@@ -127,6 +127,19 @@ TEST_F(ZelInfoJson, IsJsonOfADamagedFileAsWell)
     EXPECT_EQ(info.at("diagnostics").at(0).at("code"), "damaged");
 }
 
+TEST_F(ZelInfoJson, IsJsonWhereTheReaderEndsTheProcess)
+{
+    constexpr uint32_t volumeHasName = 1U << 28;
+    Document document;
+    document.With(Stack(1));
+    document.Volume({2000}).CountFlags(volumeHasName);
+    Write(document);
+    const Json info = Info(1);
+    EXPECT_EQ(info.at("isOpened"), false);
+    EXPECT_EQ(info.at("files"), nullptr);
+    EXPECT_EQ(info.at("diagnostics").at(0).at("code"), "ended-early");
+}
+
 TEST_F(ZelInfoJson, IsJsonOfAnOddName)
 {
     Write(Stack(1).Name("\"quoted\"\n"));

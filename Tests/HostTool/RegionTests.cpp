@@ -80,7 +80,14 @@ INSTANTIATE_TEST_SUITE_P(
                                                          {
                                                              o.Storage = StackStorage::InDocument;
                                                              o.RowsPerStrip = 30;
-                                                         })}),
+                                                         })},
+                    Storage{"J2kStripsOfTheDocument", Slide(StoreCompression::J2k,
+                                                            [](auto& o)
+                                                            {
+                                                                o.Storage = StackStorage::InDocument;
+                                                                o.RowsPerStrip = 30;
+                                                                o.Quality = 100;
+                                                            })}),
     [](const auto& row) { return row.param.Name; });
 
 TEST_F(ZelRegion, OfJpegTilesIsWhatTheirDecoderMakesOfThem)
@@ -250,19 +257,50 @@ TEST_F(ZelRegion, ShowsADamagedTileAsBackgroundAndSaysSo)
     EXPECT_NE(Picture("whole.png").At(150, 10, 0), 255);
 }
 
+CSlideOptions StripsOfTiffStore(uint32_t compression, uint32_t rows = 30)
+{
+    return Slide(compression,
+                 [rows](auto& o)
+                 {
+                     o.Storage = StackStorage::TiffStore;
+                     o.RowsPerStrip = rows;
+                     o.Quality = 100;
+                 });
+}
+
 TEST_F(ZelRegion, SaysWhatTheInterfaceDoesNotHandOut)
 {
-    WriteSlide(Slide(StoreCompression::Raw,
-                     [](auto& o)
-                     {
-                         o.Storage = StackStorage::TiffStore;
-                         o.RowsPerStrip = 30;
-                     }));
-    EXPECT_THAT(Run("region", "whole.tif").Errors, HasSubstr("does not hand out the last one of each level"));
-    // 200 rows in strips of 30: the last one has rows 180 to 199.
-    const CPicture whole = Picture("whole.tif");
-    EXPECT_EQ(Part(whole, 0, 0, 300, 180), Part(Drawn, 0, 0, 300, 180));
-    EXPECT_EQ(whole.At(10, 180, 0), 255);
+    for (const uint32_t compression : {StoreCompression::Raw, StoreCompression::J2k})
+    {
+        WriteSlide(StripsOfTiffStore(compression));
+        EXPECT_THAT(Run("region", "whole.tif").Errors, HasSubstr("does not hand out the last one of each level"));
+        // 200 rows in strips of 30: the last one has rows 180 to 199.
+        const CPicture whole = Picture("whole.tif");
+        EXPECT_EQ(Part(whole, 0, 0, 300, 180), Part(Drawn, 0, 0, 300, 180));
+        EXPECT_EQ(whole.At(10, 180, 0), 255);
+    }
+}
+
+TEST_F(ZelRegion, FindsStripsOfJpegWhoseHeightTheInterfaceDoesNotTell)
+{
+    WriteSlide(StripsOfTiffStore(StoreCompression::Jpeg, 64));
+    Run("region", "whole.tif");
+    EXPECT_NEAR(Picture("whole.tif").At(150, 185, 0), Drawn.At(150, 185, 0), 2);
+}
+
+TEST_F(ZelRegion, TakesNoColumnOfTilesForStripsOfAnotherGroup)
+{
+    auto tiles = Slide(StoreCompression::Raw, [](auto& o) { o.TileWidth = o.TileHeight = 64; });
+    const CPicture narrow = DrawPicture(60, 200);
+    for (const StackStorage::E storage : {StackStorage::BinaryStore, StackStorage::TiffStore})
+    {
+        tiles.Storage = storage;
+        Write(Document()
+                  .With(StackFromPicture(narrow, tiles, 1))
+                  .With(StackFromPicture(Drawn, StripsOfTiffStore(StoreCompression::Raw), 2)));
+        EXPECT_EQ(Run("region", "whole.tif").Errors, "");
+        EXPECT_EQ(Picture("whole.tif"), narrow);
+    }
 }
 
 TEST_F(ZelRegion, RefusesWhatThereIsNot)
