@@ -10,6 +10,9 @@
 
 #include <cerrno>
 #include <cstring>
+#include <limits>
+#include <memory>
+#include <optional>
 
 namespace Zel
 {
@@ -80,6 +83,51 @@ bool FailWithEnopkg(CByteArray& buffer)
     return false;
 }
 
+/// Whether a picture of this size, which may only be claimed, is decoded.
+bool IsWorthTrying(uint32_t width, uint32_t height, PixelFrameCompressionType::E compression, uint64_t fileSize)
+{
+    const uint64_t pixelsOfAByte =
+        compression == PixelFrameCompressionType::None ? MaxNumOfPixelsOfARawByte : MaxNumOfPixelsOfAJpegByte;
+    const uint64_t numOfPixels = uint64_t{width} * height;
+    return width <= MaxSizeOfPicture && height <= MaxSizeOfPicture &&
+           (numOfPixels <= MaxNumOfPixelsInAnyCase || numOfPixels <= fileSize * pixelsOfAByte);
+}
+
+/// Gives libtiff a buffer of the very size of a tile. Its own is rounded up when the file is not mapped into memory,
+/// and then it takes an uncompressed tile for a damaged one.
+class CBufferOfRawTile
+{
+public:
+    /// Makes none when tiles are damaged indeed, or larger than `maxSize`: such tiles are nowhere in the file.
+    CBufferOfRawTile(TIFF* tif, uint64_t maxSize) : _tif(tif)
+    {
+        const tmsize_t size = TIFFIsTiled(tif) ? TIFFTileSize(tif) : 0;
+        if (size <= 0 || static_cast<uint64_t>(size) > maxSize || !IsSizeOfAllTiles(static_cast<uint64_t>(size)))
+            return;
+        _bytes = std::make_unique_for_overwrite<Byte[]>(static_cast<size_t>(size));
+        TIFFReadBufferSetup(tif, _bytes.get(), size);
+    }
+    ~CBufferOfRawTile()
+    {
+        if (_bytes)
+            TIFFReadBufferSetup(_tif, nullptr, 1); // one of its own again, which it makes larger as it needs it
+    }
+    CBufferOfRawTile(const CBufferOfRawTile&) = delete;
+    CBufferOfRawTile& operator=(const CBufferOfRawTile&) = delete;
+
+private:
+    bool IsSizeOfAllTiles(uint64_t size) const
+    {
+        for (uint32_t tile = 0; tile < TIFFNumberOfTiles(_tif); ++tile)
+            if (TIFFGetStrileByteCount(_tif, tile) != size)
+                return false;
+        return true;
+    }
+
+    TIFF* _tif;
+    std::unique_ptr<Byte[]> _bytes;
+};
+
 } // namespace
 
 const CArrayStartAndSize<Byte>* CZelImgDoc::StoredThumbnail()
@@ -125,17 +173,18 @@ bool CZelImgDoc::ThumbnailFromFirstDirectory(CByteArray& buffer)
     uint32_t width = 0;
     uint32_t height = 0;
     if (!TIFFGetField_mayFail(tif, TIFFTAG_IMAGEWIDTH, &width) ||
-        !TIFFGetField_mayFail(tif, TIFFTAG_IMAGELENGTH, &height) || width > MaxSizeOfPicture ||
-        height > MaxSizeOfPicture)
+        !TIFFGetField_mayFail(tif, TIFFTAG_IMAGELENGTH, &height))
         return FailWithEnopkg(buffer);
     const uint64_t byteline = (uint64_t{width} + 1) * 3 / 4 * 4;
     const uint64_t sizeOfBmp = SizeOfBmpHeaders + height * byteline;
+    if (byteline > std::numeric_limits<uint32_t>::max() || sizeOfBmp > std::numeric_limits<uint32_t>::max())
+        return FailWithEnopkg(buffer);
     if (buffer.Arr && buffer.Size < sizeOfBmp)
     {
         errno = EINVAL;
         return false;
     }
-    buffer.Size = ToUint32WithCheck(sizeOfBmp);
+    buffer.Size = static_cast<uint32_t>(sizeOfBmp);
     if (!buffer.Arr)
         return true;
     if (compression != PixelFrameCompressionType::None && compression != PixelFrameCompressionType::Jpeg7)
@@ -144,11 +193,11 @@ bool CZelImgDoc::ThumbnailFromFirstDirectory(CByteArray& buffer)
                 A(CompressionFormatToBrixString(compression)).c_str());
         return FailWithEnopkg(buffer);
     }
-    const uint64_t pixelsOfAByte =
-        compression == PixelFrameCompressionType::None ? MaxNumOfPixelsOfARawByte : MaxNumOfPixelsOfAJpegByte;
-    const uint64_t numOfPixels = uint64_t{width} * height;
-    if (numOfPixels > MaxNumOfPixelsInAnyCase && numOfPixels > FileSize() * pixelsOfAByte)
+    if (!IsWorthTrying(width, height, compression, FileSize()))
         return FailWithEnopkg(buffer);
+    std::optional<CBufferOfRawTile> bufferOfRawTile;
+    if (compression == PixelFrameCompressionType::None)
+        bufferOfRawTile.emplace(tif, FileSize());
     return Make24BitBMPBufferTiff(tif, buffer) == 0 || FailWithEnopkg(buffer);
 }
 

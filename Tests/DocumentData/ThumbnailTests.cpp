@@ -259,6 +259,51 @@ TEST_F(Thumbnails, OfTheFirstDirectoryMayBeJpeg)
     EXPECT_LE(LargestDifference(Thumbnail(), picture), 60U);
 }
 
+struct TileRow : Row
+{
+    uint32_t Width;
+    uint32_t Height;
+};
+
+class TilesOfFirstDirectory : public Thumbnails, public testing::WithParamInterface<TileRow>
+{
+protected:
+    static CTiffDirectory Directory()
+    {
+        CTiffDirectory directory(50, 40);
+        return directory.Samples(3).Tiles(GetParam().Width, GetParam().Height);
+    }
+    /// The same pixels in one strip.
+    static ByteString Strip(const CTiffDirectory& tiles)
+    {
+        const uint32_t tilesInARow = (50 + GetParam().Width - 1) / GetParam().Width;
+        ByteString strip;
+        for (uint32_t y = 0; y < 40; ++y)
+            for (uint32_t x = 0; x < 50; ++x)
+            {
+                const ByteString tile = tiles.StripOrTile(y / GetParam().Height * tilesInARow + x / GetParam().Width);
+                const size_t at = size_t{y % GetParam().Height * GetParam().Width + x % GetParam().Width} * 3;
+                strip.insert(strip.end(), {tile.at(at), tile.at(at + 1), tile.at(at + 2)});
+            }
+        return strip;
+    }
+};
+
+TEST_P(TilesOfFirstDirectory, GiveTheSameThumbnailAsAStrip)
+{
+    const CTiffDirectory tiles = Directory();
+    Open(WithDirectory(CTiffDirectory(50, 40).Samples(3).Data({Strip(tiles)})));
+    const ByteString expected = Thumbnail();
+    Open(WithDirectory(tiles));
+    EXPECT_EQ(Thumbnail(), expected);
+    EXPECT_EQ(Thumbnail(), expected);
+}
+
+INSTANTIATE_TEST_SUITE_P(Sizes, TilesOfFirstDirectory,
+                         testing::Values(TileRow{{"Small"}, 16, 16}, TileRow{{"OfWholeKilobytes"}, 32, 32},
+                                         TileRow{{"LargerThanThePicture"}, 80, 48}),
+                         NameOfRow());
+
 TEST_F(Thumbnails, OfTheFirstDirectoryDoNotFitIntoOneByteLess)
 {
     Open(Document().With(Stack(1)).FirstDirectory(Drawing(), FirstDirectoryKind::Raw));
@@ -309,6 +354,10 @@ INSTANTIATE_TEST_SUITE_P(
     Directories, UnreadableDirectory,
     testing::Values(UnreadableRow{{"NoWidth"}, CTiffDirectory(8, 8).Drop(256)},
                     UnreadableRow{{"NoHeight"}, CTiffDirectory(8, 8).Drop(257)},
+                    UnreadableRow{{"TooWide"}, CTiffDirectory(65536, 1)},
+                    UnreadableRow{{"ShortTile"}, CTiffDirectory(8, 8).Tiles(16, 16).Data({ByteString(255)})},
+                    UnreadableRow{{"TilesBeyondTheFile"},
+                                  CTiffDirectory(8, 8).Tiles(16, 16).Set(323, TiffType::Long, {1u << 20})},
                     UnreadableRow{{"NoJpeg"}, CTiffDirectory(8, 8).Compression(7).Data({BytesOf("no picture")})}),
     NameOfRow());
 
@@ -329,8 +378,9 @@ CTiffDirectory Claiming(uint32_t width, uint32_t height)
 }
 
 INSTANTIATE_TEST_SUITE_P(Directories, LargeDirectory,
-                         testing::Values(UnreadableRow{{"Wide"}, Claiming(65536, 1)},
-                                         UnreadableRow{{"High"}, Claiming(1, 65536)},
+                         testing::Values(UnreadableRow{{"Wide"}, Claiming(0xFFFFFFFF, 1)},
+                                         UnreadableRow{{"High"}, Claiming(1, 0xFFFFFFFF)},
+                                         UnreadableRow{{"JustTooLarge"}, Claiming(65536, 21846)},
                                          UnreadableRow{{"Both"}, Claiming(0xFFFFFFFF, 0xFFFFFFFF)}),
                          NameOfRow());
 
@@ -350,6 +400,8 @@ INSTANTIATE_TEST_SUITE_P(
     Directories, ClaimedSize,
     testing::Values(UnreadableRow{{"AsWideAsCanBe"}, Claiming(65535, 1)},
                     UnreadableRow{{"AsHighAsCanBe"}, Claiming(1, 65535)},
+                    UnreadableRow{{"WiderThanCanBe"}, Claiming(65536, 1)},
+                    UnreadableRow{{"HigherThanCanBe"}, Claiming(1, 65536)},
                     UnreadableRow{{"MoreThanTheFile"}, Claiming(1000, 1000)},
                     UnreadableRow{{"MuchMoreThanTheFile"}, Claiming(30000, 30000)},
                     UnreadableRow{{"Jpeg2000"}, Claiming(4000, 4000).Compression(34712).Data({BytesOf("coded")})}),
