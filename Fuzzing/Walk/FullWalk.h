@@ -17,6 +17,7 @@ struct CWalkLimits
     int ImagesOfArea = 6;
     int Channels = 4;                                       ///< whose properties are asked for
     int Regions = 8;                                        ///< the same
+    bool NextImages = true;                                 ///< which depend on what was asked of the area before
     uint64_t BytesOfAnswer = 4u << 20;                      ///< a host has no room for more
     std::function<bool()> IsOver = nullptr;                 ///< asked after each call; true ends the walk
     std::function<void(const std::string&)> Tell = nullptr; ///< gets each answer as a line
@@ -36,7 +37,8 @@ struct CWalkAnswers
 /// answers with a buffer of just the needed size. The document is opened by `mode` and closed in the end.
 CWalkAnswers WalkEverything(const std::wstring& fileName, int mode = AC_OM_READ, const CWalkLimits& limits = {});
 
-/// The same, of a document that is open and is left so; several threads may walk it at once.
+/// The same, of a document that is open and is left so; several threads may walk it at once. They are told the same if
+/// they do not ask for next images.
 CWalkAnswers WalkOpenDocument(AC_HFILE document, const CWalkLimits& limits = {});
 
 } // namespace Fuzzing

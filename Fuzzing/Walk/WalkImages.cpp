@@ -53,6 +53,8 @@ void WalkChannelOfImage(CAnswers& answers, AC_HIMAGE image)
 /// From the image that was asked for last, in the order of the store.
 void WalkNextImages(CAnswers& answers, AC_HAREA area)
 {
+    if (!answers.Limits().NextImages)
+        return;
     std::array<const wchar_t*, 2> channels = {L"0", L"1"};
     for (int n = 0; n < answers.Limits().ImagesOfArea; ++n)
     {
@@ -89,9 +91,11 @@ void WalkImagesByConveniences(CAnswers& answers, AC_HAREA area)
 {
     AC_HIMAGE image = nullptr;
     const std::vector<const wchar_t*> channels = {L"0"};
-    for (const bool isParticular : {true, false})
-        answers.Ask("image",
-                    [&] { return GetImage_ParticularOrNext(isParticular, area, channels, nullptr, 0, &image); });
+    const auto ask = [&](bool isParticular)
+    { return GetImage_ParticularOrNext(isParticular, area, channels, nullptr, 0, &image); };
+    answers.Ask("image", ask, true);
+    if (answers.Limits().NextImages)
+        answers.Ask("image", ask, false);
     // The room for this one is made by the plug-in, as large as the image claims to be: a host asks for the size first.
     if (answers.HasMetLargeBody())
         return;
