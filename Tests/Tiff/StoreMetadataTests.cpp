@@ -220,6 +220,8 @@ INSTANTIATE_TEST_SUITE_P(
                     XmlRow{{"EmptySamples"}, Ome({OmeImage("", {"", ""})})},
                     XmlRow{{"HugeSamples"}, Ome({OmeImage("2147483647", {"", ""})})},
                     XmlRow{{"SamplesBeyondAnyNumber"}, Ome({OmeImage("99999999999999999999", {"", ""})})},
+                    XmlRow{{"SamplesOfMoreThan32Bits"}, Ome({OmeImage("4294967297", {"", ""})})},
+                    XmlRow{{"IndexOfMoreThan32Bits"}, Ome({OmeImage("1", {"TheZ=\"4294967296\"", ""})})},
                     XmlRow{{"NegativeIndex"}, Ome({OmeImage("1", {"TheZ=\"-1\"", ""})})},
                     XmlRow{{"ManyImagesWithoutPlanes"}, ManyImages(1000, OmeImage("1", {}))},
                     XmlRow{{"NotUtf8"}, Ome({OmeImage("1", {"TheZ=\"\xC3\x28\xFF\"", ""})}) + "\xFE"}),

@@ -1,9 +1,8 @@
 #include "ZelLoader/Store/TiffStoreReader.h"
 
+#include "CommonImageAccess/PropsetParams.h"
 #include "CommonUtil/Assertion.h"
 #include "CommonUtil/Log.h"
-
-#include <cwchar>
 
 namespace Zel
 {
@@ -12,13 +11,6 @@ namespace
 {
 
 constexpr uint64_t LeastSizeOfTileInDirectory = 4; ///< two numbers of 16 bits
-
-/// The number at the start of a text, 0 where there is none.
-int32_t NumberOf(const std::wstring& text)
-{
-    const CErrnoKeeper errnoKeeper;
-    return static_cast<int32_t>(std::wcstol(text.c_str(), nullptr, 10));
-}
 
 /// At most 32 bits, so that a product of two is no more than 64.
 uint64_t NumOfSteps(uint64_t size, uint64_t step)
@@ -74,7 +66,7 @@ void CTiffStoreReader::ReadPlanesOfXml(uint32_t imageNumber)
     for (const xercesc::DOMElement* element : ChildXmlTags(pixels, "OME:Plane"))
     {
         const auto index = [&](const char* name)
-        { return static_cast<uint32_t>(NumberOf(AttributeIfExists(*element, name))); };
+        { return static_cast<uint32_t>(IntOfText(AttributeIfExists(*element, name).c_str())); };
         CPlane plane;
         plane.ZIdx = index("TheZ");
         plane.TIdx = index("TheT");
@@ -85,7 +77,7 @@ void CTiffStoreReader::ReadPlanesOfXml(uint32_t imageNumber)
     const std::wstring samplesPerPixel = Attribute(NeededChild(pixels, "OME:Channel"), "SamplesPerPixel");
     if (samplesPerPixel != L"1")
     {
-        const int32_t number = NumberOf(samplesPerPixel);
+        const int32_t number = IntOfText(samplesPerPixel.c_str());
         ZEL_ASSERT(number > 0);
         _SamplesPerPixel = static_cast<uint32_t>(number);
     }
