@@ -158,7 +158,7 @@ bool CZelPixelFormat::MaxPixelValueOfTiles(uint64_t& maxPixelValue)
             return true;
         buffer.resize(array.Size);
         array.Arr = buffer.data();
-        if (array.Size > 0 && !tile.PixelBuf(array, {}))
+        if (array.Size == 0 || !tile.PixelBuf(array, {})) // a tile of no bytes cannot be read, for hosts either
             return false;
         scan.Add(buffer);
         return true;

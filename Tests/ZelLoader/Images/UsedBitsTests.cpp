@@ -256,6 +256,15 @@ TEST_F(UsedBits, AreNotKnownWhereATileCannotBeRead)
     EXPECT_EQ(format.MaxNumOfUsedBits(), Unknown);
 }
 
+TEST_F(UsedBits, AreNotKnownWhereATileHasNoBytes)
+{
+    Document document;
+    document.With(WithFirstBytes(ComponentType::Uint8, 1, {9}));
+    document.Store(1).Tiles.front().Size = 0;
+    CIA::CPixelFormat& format = FormatOf(std::move(document));
+    EXPECT_EQ(format.MaxNumOfUsedBits(), Unknown);
+}
+
 TEST_F(UsedBits, AreNotScannedInATileLargerThanTheFile)
 {
     Document document;
