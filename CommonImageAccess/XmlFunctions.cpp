@@ -109,15 +109,20 @@ public:
     }
 };
 
+/// A share in the library, which counts who has started it and ends with the last one. Given back when this module is
+/// unloaded; a host that uses the library itself has a share of its own.
+class CXerces
+{
+public:
+    CXerces() { xercesc::XMLPlatformUtils::Initialize(); }
+    ~CXerces() { xercesc::XMLPlatformUtils::Terminate(); }
+    CXerces(const CXerces&) = delete;
+    CXerces& operator=(const CXerces&) = delete;
+};
+
 void StartXerces()
 {
-    // Never ended: another user of the library may still be at work when this one is unloaded.
-    static const bool isStarted = []
-    {
-        xercesc::XMLPlatformUtils::Initialize();
-        return true;
-    }();
-    static_cast<void>(isStarted);
+    static const CXerces xerces;
 }
 
 void Configure(xercesc::XercesDOMParser& parser, CThrowErrors& errorHandler)

@@ -9,15 +9,19 @@
 namespace CommonUtil
 {
 
-thread_local std::string ErrMsg;
+thread_local CFailureText ErrMsg;
 
-void BreakOrThrow(std::string message)
+CFailureText& CFailureText::operator=(std::string_view text)
 {
-    {
-        const CErrnoKeeper errnoKeeper;
-        ZEL_LOG("%s", message.c_str());
-        ErrMsg = std::move(message);
-    }
+    const size_t size = text.copy(_text.data(), _text.size() - 1);
+    _text[size] = '\0';
+    return *this;
+}
+
+void BreakOrThrow(const std::string& message)
+{
+    ZEL_LOG("%s", message.c_str());
+    ErrMsg = message;
     throw ErrMsg.c_str();
 }
 
@@ -28,7 +32,7 @@ void FailAssertion(const char* file, int line)
         const CErrnoKeeper errnoKeeper;
         message = "Assertion failed: file " + FileNameWithoutPath(std::string(file)) + ", line " + ToString(line);
     }
-    BreakOrThrow(std::move(message));
+    BreakOrThrow(message);
 }
 
 void ThrowWithErrno(int reason, const char* text)

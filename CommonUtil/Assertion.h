@@ -1,5 +1,7 @@
 #pragma once
+#include <array>
 #include <string>
+#include <string_view>
 
 /// A rule of the format or an invariant of the program. Active in every build: a file that breaks one must fail.
 #define ZEL_ASSERT(condition)                                                                                          \
@@ -12,12 +14,24 @@
 namespace CommonUtil
 {
 
+/// A narrow text, of which so much is kept as there is room for. It has no destructor on purpose: a thread that has one
+/// to call at its end would keep the whole plug-in in memory until then, although the host has unloaded it.
+class CFailureText
+{
+public:
+    CFailureText& operator=(std::string_view text);
+    const char* c_str() const { return _text.data(); }
+
+private:
+    std::array<char, 1024> _text{};
+};
+
 /// The text of the latest failed assertion of this thread. Per thread, since two documents may fail at the same
 /// moment; it keeps the thrown text alive.
-extern thread_local std::string ErrMsg;
+extern thread_local CFailureText ErrMsg;
 
 /// Logs the text, keeps it in ErrMsg and throws it as `const char*`. Does not touch errno.
-[[noreturn]] void BreakOrThrow(std::string message);
+[[noreturn]] void BreakOrThrow(const std::string& message);
 
 /// BreakOrThrow with "Assertion failed: file <name without path>, line <line>".
 [[noreturn]] void FailAssertion(const char* file, int line);

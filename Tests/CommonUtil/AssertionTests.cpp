@@ -37,7 +37,7 @@ TEST(BreakOrThrow, LogsKeepsAndThrowsTheText)
     std::string thrown;
     const std::string log = LogOf([&] { thrown = AssertionOf([] { BreakOrThrow("100% broken %s"); }); });
     EXPECT_EQ(thrown, "100% broken %s");
-    EXPECT_EQ(ErrMsg, "100% broken %s");
+    EXPECT_STREQ(ErrMsg.c_str(), "100% broken %s");
     EXPECT_NE(log.find(":BreakOrThrow: 100% broken %s\n"), std::string::npos) << log;
 }
 
@@ -52,7 +52,7 @@ TEST(BreakOrThrow, KeepsATextPerThread)
 {
     AssertionOf([] { BreakOrThrow("of this thread"); });
     std::thread([] { AssertionOf([] { BreakOrThrow("of another thread"); }); }).join();
-    EXPECT_EQ(ErrMsg, "of this thread");
+    EXPECT_STREQ(ErrMsg.c_str(), "of this thread");
 }
 
 TEST(BreakOrThrow, ThrowsATextThatOutlivesTheThrow)
@@ -65,6 +65,11 @@ TEST(BreakOrThrow, ThrowsATextThatOutlivesTheThrow)
     {
         EXPECT_EQ(text, ErrMsg.c_str());
     }
+}
+
+TEST(BreakOrThrow, CutsATextOfMoreThanAThousandCharacters)
+{
+    EXPECT_EQ(AssertionOf([] { BreakOrThrow(std::string(5000, 'x')); }), std::string(1023, 'x'));
 }
 
 TEST(ThrowWithErrno, SetsTheReasonAndThrowsTheText)

@@ -5,35 +5,51 @@
 #include "Brix/AccessorConveniences.h"
 
 #include <dlfcn.h>
+#include <mutex>
 #include <stdexcept>
 
 namespace
 {
 
-/// The shared object, loaded for as long as the program runs.
-void* Plugin()
-{
-    static void* const plugin = dlopen(PLUGIN, RTLD_NOW | RTLD_LOCAL);
-    if (!plugin)
-        throw std::runtime_error(dlerror());
-    return plugin;
-}
+std::mutex moduleMutex;
+void* module = nullptr; ///< the shared object while it is loaded
 
+/// Looked up each time: it lies elsewhere each time that the shared object is loaded.
 template <auto Function>
 decltype(Function) Loaded(const char* name)
 {
-    static const auto function = reinterpret_cast<decltype(Function)>(AddressInPlugin(name));
-    return function;
+    return reinterpret_cast<decltype(Function)>(AddressInPlugin(name));
 }
 
 } // namespace
 
 void* AddressInPlugin(const char* name)
 {
-    void* address = dlsym(Plugin(), name);
+    const std::lock_guard lock(moduleMutex);
+    if (!module)
+        module = dlopen(PLUGIN, RTLD_NOW | RTLD_LOCAL);
+    if (!module)
+        throw std::runtime_error(dlerror());
+    void* address = dlsym(module, name);
     if (!address)
         throw std::runtime_error(std::string("the plug-in has no function ") + name);
     return address;
+}
+
+void UnloadPlugin()
+{
+    const std::lock_guard lock(moduleMutex);
+    if (module && dlclose(module) != 0)
+        throw std::runtime_error(dlerror());
+    module = nullptr;
+}
+
+bool IsPluginInMemory()
+{
+    void* const found = dlopen(PLUGIN, RTLD_NOW | RTLD_NOLOAD);
+    if (found)
+        dlclose(found);
+    return found != nullptr;
 }
 
 extern "C"
