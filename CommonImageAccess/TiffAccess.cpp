@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <array>
+#include <bit>
 #include <cstdarg>
 #include <cstdio>
 #include <utility>
@@ -18,6 +19,9 @@ namespace
 
 constexpr size_t MaxMessageSize = 1000;
 constexpr uint32_t MaxNumOfDirectories = 65536;
+constexpr uint64_t MaxNumOfEntries = 65535; ///< of a directory, also where its format has room for more
+constexpr uint64_t SizeOfEntry = 12;
+constexpr uint64_t SizeOfEntryInBigTiff = 20;
 
 int LogMessage(TIFF*, void*, const char* module, const char* format, std::va_list arguments)
 {
@@ -26,6 +30,36 @@ int LogMessage(TIFF*, void*, const char* module, const char* format, std::va_lis
     std::vsnprintf(message.data(), message.size(), format, arguments);
     ZEL_LOG("%s: %s", module ? module : "TIFF", message.data());
     return 1; // handled: libtiff's process-wide handlers, which may be the host's, are left out
+}
+
+/// The number at an offset of the file, in the file's byte order.
+template <typename Number>
+std::optional<Number> NumberAt(TIFF* tif, uint64_t offset)
+{
+    std::array<unsigned char, sizeof(Number)> bytes{};
+    if (TIFFGetSeekProc(tif)(TIFFClientdata(tif), offset, SEEK_SET) != offset ||
+        TIFFGetReadProc(tif)(TIFFClientdata(tif), bytes.data(), bytes.size()) != static_cast<tmsize_t>(bytes.size()))
+        return {};
+    if (TIFFIsByteSwapped(tif))
+        std::ranges::reverse(bytes);
+    return std::bit_cast<Number>(bytes);
+}
+
+template <typename Count, typename Offset>
+uint64_t OffsetOfNextDirectory(TIFF* tif, uint64_t offset, uint64_t sizeOfEntry)
+{
+    const std::optional<Count> numOfEntries = NumberAt<Count>(tif, offset);
+    if (!numOfEntries || *numOfEntries > MaxNumOfEntries)
+        return 0;
+    return NumberAt<Offset>(tif, offset + sizeof(Count) + *numOfEntries * sizeOfEntry).value_or(0);
+}
+
+/// Where the directory behind the one at `offset` lies; 0 when there is none. That one is not read: it may be one that
+/// libtiff cannot read, and is no obstacle to those behind it.
+uint64_t OffsetOfNextDirectory(TIFF* tif, uint64_t offset)
+{
+    return TIFFIsBigTIFF(tif) ? OffsetOfNextDirectory<uint64_t, uint64_t>(tif, offset, SizeOfEntryInBigTiff)
+                              : OffsetOfNextDirectory<uint16_t, uint32_t>(tif, offset, SizeOfEntry);
 }
 
 struct COptionsDeleter
@@ -96,21 +130,15 @@ TIFF* CTiffImageDoc::SetDirectory(uint32_t dir)
 bool CTiffImageDoc::TrySetDirectory(uint32_t dir)
 {
     const CErrnoKeeper errnoKeeper;
-    TIFF* tif = TiffFilePtr();
-    if (!tif || dir >= MaxNumOfDirectories)
+    if (!TiffFilePtr() || dir >= MaxNumOfDirectories)
         return false;
     if (_CurrentDirectory == dir)
         return true;
     // Unknown from here on, should what follows fail half-way.
     const std::optional<uint32_t> current = std::exchange(_CurrentDirectory, std::nullopt);
-    uint32_t reached = std::min(dir, static_cast<uint32_t>(_OffsetsOfDirectories.size() - 1));
-    if (current && *current + 1 == dir) // one after the other is how frames are read
-        reached = *current;
-    else if (TIFFSetSubDirectory(tif, _OffsetsOfDirectories[reached]) != 1)
+    const bool isNext = current && *current + 1 == dir; // one after the other is how frames are read
+    if (!(isNext ? ReadNextDirectory(dir) : ReadDirectory(dir)))
         return false;
-    while (reached < dir)
-        if (!ReadNextDirectory(++reached))
-            return false;
     _CurrentDirectory = dir;
     return true;
 }
@@ -119,8 +147,27 @@ bool CTiffImageDoc::ReadNextDirectory(uint32_t dir)
 {
     if (TIFFReadDirectory(_TiffFilePtr.get()) != 1)
         return false;
-    if (dir == _OffsetsOfDirectories.size())
-        _OffsetsOfDirectories.push_back(TIFFCurrentDirOffset(_TiffFilePtr.get()));
+    return dir < _OffsetsOfDirectories.size() || AddDirectory(TIFFCurrentDirOffset(_TiffFilePtr.get()));
+}
+
+bool CTiffImageDoc::ReadDirectory(uint32_t dir)
+{
+    while (dir >= _OffsetsOfDirectories.size())
+    {
+        const uint64_t next = OffsetOfNextDirectory(_TiffFilePtr.get(), _OffsetsOfDirectories.back());
+        if (next == 0 || !AddDirectory(next))
+            return false;
+    }
+    return TIFFSetSubDirectory(_TiffFilePtr.get(), _OffsetsOfDirectories[dir]) == 1;
+}
+
+bool CTiffImageDoc::AddDirectory(uint64_t offset)
+{
+    // Only a step back can close a circle, and few files have one: the search costs nothing.
+    const auto& offsets = _OffsetsOfDirectories;
+    if (offset <= offsets.back() && std::ranges::find(offsets, offset) != offsets.end())
+        return false;
+    _OffsetsOfDirectories.push_back(offset);
     return true;
 }
 

@@ -53,8 +53,14 @@ public:
     bool TrySetDirectory(uint32_t dir);
 
 private:
-    /// Goes from a directory to the next one, which has that number; false when there is none.
+    /// Goes from the current directory to the next one, which has that number; false when there is none.
     bool ReadNextDirectory(uint32_t dir);
+    /// Goes to a directory from wherever the handle stands; false when there is none. Those before it need not be
+    /// readable.
+    bool ReadDirectory(uint32_t dir);
+    /// Keeps the offset of the directory behind the last one that is known. False for one that is known already: there
+    /// a chain that leads back ends.
+    bool AddDirectory(uint64_t offset);
 
     CTiffHandle _TiffFilePtr;
     std::wstring _FileName;

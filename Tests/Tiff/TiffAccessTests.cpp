@@ -130,6 +130,24 @@ TEST_F(TiffFile, WithoutTheDirectoryFailsAndCanBeSetToAnother)
     EXPECT_EQ(WidthOf(file.SetDirectory(2)), 3u);
 }
 
+TEST_F(TiffFile, IsSetToADirectoryBehindOneThatCannotBeRead)
+{
+    std::vector<CTiffDirectory> directories = Chain(4);
+    directories[1].Drop(TIFFTAG_IMAGEWIDTH);
+    Write(directories);
+    for (const std::vector<uint32_t>& order : {std::vector{2u, 3u}, {3u, 2u, 0u}, {0u, 2u, 2u, 3u}})
+    {
+        CIA::CTiffImageDoc file(Name());
+        for (const uint32_t directory : order)
+        {
+            EXPECT_EQ(WidthOf(file.SetDirectory(directory)), directory + 1);
+            EXPECT_FAILED_ASSERTION(file.SetDirectory(1));
+            EXPECT_EQ(WidthOf(file.SetDirectory(directory)), directory + 1);
+        }
+        EXPECT_FAILED_ASSERTION(file.SetDirectory(4));
+    }
+}
+
 TEST_F(TiffFile, KeepsErrnoWhileItIsSetToADirectory)
 {
     Write(Chain(3));
@@ -170,8 +188,10 @@ TEST_F(TiffFile, WhoseChainLeadsBackEnds)
     WriteBytes(TiffFileOf(directories));
     CIA::CTiffImageDoc file(Name());
     EXPECT_EQ(WidthOf(file.SetDirectory(2)), 3u);
-    EXPECT_FAILED_ASSERTION(file.SetDirectory(3));
+    EXPECT_FAILED_ASSERTION(file.SetDirectory(3)); // one after the other
     EXPECT_FAILED_ASSERTION(file.SetDirectory(60000));
+    EXPECT_FAILED_ASSERTION(file.SetDirectory(3));
+    EXPECT_EQ(WidthOf(file.SetDirectory(1)), 2u);
 }
 
 // Compression.
