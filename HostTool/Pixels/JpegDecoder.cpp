@@ -1,5 +1,6 @@
 #include "HostTool/Pixels/TileCodec.h"
 
+#include <algorithm>
 #include <csetjmp>
 #include <cstdio>
 #include <jpeglib.h>
@@ -56,8 +57,10 @@ public:
 
     bool Start(std::span<const uint8_t> bytes, std::span<const uint8_t> tables)
     {
+        _Errors.Message[0] = '\0';
         if (!_IsMade || setjmp(_Errors.Back))
             return false;
+        jpeg_abort_decompress(&_Jpeg); // what a former stream has left
         if (!tables.empty())
         {
             jpeg_mem_src(&_Jpeg, tables.data(), tables.size());
@@ -73,10 +76,15 @@ public:
     {
         if (setjmp(_Errors.Back))
             return false;
+        // As many rows as the library makes at a time: it then doesn't have to keep any of them.
+        constexpr uint32_t mostRows = 16;
+        JSAMPROW rows[mostRows];
         while (_Jpeg.output_scanline < _Jpeg.output_height)
         {
-            JSAMPROW row = target.Row(_Jpeg.output_scanline);
-            jpeg_read_scanlines(&_Jpeg, &row, 1);
+            const uint32_t count = std::min(mostRows, _Jpeg.output_height - _Jpeg.output_scanline);
+            for (uint32_t i = 0; i < count; ++i)
+                rows[i] = target.Row(_Jpeg.output_scanline + i);
+            jpeg_read_scanlines(&_Jpeg, rows, count);
         }
         return jpeg_finish_decompress(&_Jpeg) != 0;
     }
@@ -112,7 +120,7 @@ private:
 
 void DecodeJpeg(std::span<const uint8_t> bytes, std::span<const uint8_t> tables, const CPixelTarget& target)
 {
-    CDecompressor jpeg;
+    thread_local CDecompressor jpeg; // its tables and buffers are dear to make for each tile
     if (!jpeg.Start(bytes, tables))
         Fail(jpeg);
     RequireSize(jpeg.Width(), jpeg.Height(), target);

@@ -81,6 +81,17 @@ TEST_F(ExportForOthers, HasTheSamePixelsForTifffile)
     EXPECT_EQ(Facts(Name("region.tif"))["is equal"], true) << "recompressed";
 }
 
+TEST_F(ExportForOthers, HasTheSamePixelsForTifffileInJpegTiles)
+{
+    for (const StackStorage::E storage : {StackStorage::BinaryStore, StackStorage::TiffStore})
+        for (const bool isGrey : {false, true})
+        {
+            WriteSlide(Slide(StoreCompression::Jpeg, [&](auto& o) { o.Storage = storage, o.IsGrey = isGrey; }));
+            Run("region", "region.tif", {"-c", "0"});
+            EXPECT_EQ(Facts(Name("region.tif"))["is equal"], true) << storage << ' ' << isGrey;
+        }
+}
+
 TEST_F(ExportForOthers, HoldsGroupsAsSeriesForTifffile)
 {
     Write(Document().With(Stack(1).Name("first")).With(Stack(2).Name("second").Z(2)));
