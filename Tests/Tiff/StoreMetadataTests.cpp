@@ -177,6 +177,16 @@ TEST_F(TiffStoreRecords, ChainThePlanesOfOnePositionAndEndThere)
     EXPECT_EQ(ModelTile(0, 0, 0, {1, 0, 0, 0})->NextTileOnDisk(), ModelTile(0, 0, 0, {2, 0, 0, 0}));
 }
 
+TEST_F(TiffStoreRecords, AreWalkedWhateverTheirIndexOnDimensionsThatTheStackHasNot)
+{
+    OpenWithXml(Ome({OmeImage("1", {"TheZ=\"5\" TheT=\"0\"", "TheZ=\"7\" TheT=\"1\""})}), {OneStrip(), OneStrip()},
+                Stack(1).T(2));
+    const AC_HAREA area = Area(Group(), 0, 0);
+    ASSERT_NE(Image(area, L"0", {AtT(0)}), nullptr);
+    EXPECT_THAT(AxesOf(NextImage(area)), ElementsAre(AtT(1)));
+    EXPECT_EQ(NextImage(area), nullptr);
+}
+
 // What fails.
 
 struct XmlRow : Row

@@ -9,6 +9,28 @@
 namespace Zel
 {
 
+namespace
+{
+
+/// The frame of a record. The XML of a TIFF store may place planes on dimensions that the image has not: where they
+/// stand there makes no difference.
+CFrame& FrameOf(const CFrameIdx& idx, CMultiDimImage& image)
+{
+    CFrame* frame = image.FindFrame(idx);
+    if (!frame)
+    {
+        CFrameIdx idxOnDimensions = idx;
+        for (const DimensionType::E type : FrameDifferentiators)
+            if (!image.FindDimension(type))
+                idxOnDimensions.SetSubIdx(type, 0);
+        frame = image.FindFrame(idxOnDimensions);
+    }
+    ZEL_ASSERT(frame);
+    return *frame;
+}
+
+} // namespace
+
 CZelDeepZoomTile::CZelDeepZoomTile(const CKorTile& metaData, uint32_t tileNumber, CZelFrame& frame,
                                    CDeepZoomPyramidLevel& level)
     : CDeepZoomTile(frame, level, metaData.Idx.ColIdx, metaData.Idx.RowIdx), _TileNumber(tileNumber)
@@ -34,9 +56,8 @@ CDeepZoomTile* CZelDeepZoomTile::NextTileOnDisk()
          number = korFile.NextTileOnDisk(number))
     {
         const CDecompressedKorTileIdx& idx = korTiles[number].Idx;
-        CFrame* frame = image.FindFrame(idx.FrameIdx());
-        ZEL_ASSERT(frame);
-        auto* tile = static_cast<CZelDeepZoomTile*>(frame->DeepZoomTiles().Find(idx.TileIdx()));
+        CFrame& frame = FrameOf(idx.FrameIdx(), image);
+        auto* tile = static_cast<CZelDeepZoomTile*>(frame.DeepZoomTiles().Find(idx.TileIdx()));
         ZEL_ASSERT(tile);
         if (tile->TileNumber() == number) // else the record repeats the position of one before it
             return tile;
