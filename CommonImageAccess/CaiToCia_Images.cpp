@@ -43,22 +43,26 @@ std::optional<AC_AxisType> AxisOfDimension(DimensionType::E type)
     return {};
 }
 
-/// The number that a text is the canonical decimal form of: no sign, blank, prefix or leading zero.
-std::optional<uint32_t> CanonicalNumber(const wchar_t* text)
+/// The number that a text is the canonical decimal form of: no sign, blank, prefix or leading zero. False when it is
+/// none.
+bool CanonicalNumber(const wchar_t* text, uint32_t& number)
 {
-    if (text[0] == L'0' && text[1] != L'\0')
-        return {};
-    uint64_t number = 0;
-    const wchar_t* digit = text;
+    const bool isFirstADigit = text[0] >= L'0' && text[0] <= L'9';
+    number = static_cast<uint32_t>(text[0] - L'0');
+    if (isFirstADigit && text[1] == L'\0') [[likely]]
+        return true;
+    if (!isFirstADigit || number == 0)
+        return false;
+    uint64_t sum = number;
+    const wchar_t* digit = text + 1;
     for (; *digit >= L'0' && *digit <= L'9'; ++digit)
     {
-        number = number * 10 + static_cast<uint64_t>(*digit - L'0');
-        if (number > 0xFFFFFFFF)
-            return {};
+        sum = sum * 10 + static_cast<uint64_t>(*digit - L'0');
+        if (sum > 0xFFFFFFFF)
+            return false;
     }
-    if (digit == text || *digit != L'\0')
-        return {};
-    return static_cast<uint32_t>(number);
+    number = static_cast<uint32_t>(sum);
+    return *digit == L'\0';
 }
 
 /// The coordinates of one request: what the host asked for, in the words of the model.
@@ -67,24 +71,34 @@ class CRequest
 public:
     explicit CRequest(CMultiDimImage& image) : _image(image) {}
 
-    /// False after a complaint: the text is no canonical decimal number of a channel.
-    bool AddChannel(const wchar_t* text)
+    /// The number of a channel. False after a complaint about its text.
+    bool ChannelID(const wchar_t* text, uint32_t& channelID)
     {
-        if (!text)
-            return Refuse("Error: channel ID cannot be NULL!");
-        const std::optional<uint32_t> channelID = CanonicalNumber(text);
-        if (!channelID)
-        {
-            ZEL_WLOG(L"Channel ID '%s' cannot be converted to integer!", text);
-            return false;
-        }
-        if (!DimensionOf(_image, DimensionType::DimensionType_C).IsValidCoordinate(*channelID))
+        if (!text || !CanonicalNumber(text, channelID)) [[unlikely]]
+            return RefuseText(text);
+        if (!DimensionOf(_image, DimensionType::DimensionType_C).IsValidCoordinate(channelID)) [[unlikely]]
             return Refuse("Channel ID lies outside the acceptable range!");
-        LastChannelID = *channelID;
-        SelectedChannelIDs.Add(LastChannelID);
         return true;
     }
 
+    /// False after a complaint about one of the positions.
+    bool AddAxes(std::span<const AC_AXIS_INFO> axes)
+    {
+        for (const AC_AXIS_INFO& axis : axes)
+            if (!AddAxis(axis))
+                return false;
+        return true;
+    }
+
+    void AddChannel(uint32_t channelID)
+    {
+        CCoordinate::AssertIsIndexOf(DimensionOf(_image, DimensionType::DimensionType_C), channelID);
+        Coords.Set(DimensionType::DimensionType_C, channelID);
+    }
+
+    CFrameCoords Coords;
+
+private:
     /// False after a complaint: an unknown axis, or a position other than 0 on one that the image has not.
     bool AddAxis(const AC_AXIS_INFO& axis)
     {
@@ -101,24 +115,22 @@ public:
             ZEL_LOG("We will tolerate this only in case it is asking for for coord idx of 0...");
             return axis.nNumber == 0;
         }
-        AddCoord(*dimension, CheckedIndex(axis, *dimension));
+        const uint32_t index = CheckedIndex(axis, *dimension);
+        CCoordinate::AssertIsIndexOf(*dimension, index);
+        Coords.Set(*type, index);
         return true;
     }
 
-    void AddCoord(CDimension& dimension, uint32_t index)
-    {
-        CCoordinate coordinate(index, dimension, nullptr); // asserts that the index lies on the dimension
-        Coords.Set(dimension.Type(), coordinate.Index());
-    }
-
-    CFrameCoords Coords;
-    CChannelSelection SelectedChannelIDs;
-    uint32_t LastChannelID = 0;
-
-private:
-    static bool Refuse(const char* text)
+    [[gnu::cold]] static bool Refuse(const char* text)
     {
         ZEL_LOG("%s", text);
+        return false;
+    }
+    [[gnu::cold]] static bool RefuseText(const wchar_t* text)
+    {
+        if (!text)
+            return Refuse("Error: channel ID cannot be NULL!");
+        ZEL_WLOG(L"Channel ID '%s' cannot be converted to integer!", text);
         return false;
     }
 
@@ -141,31 +153,9 @@ private:
     CMultiDimImage& _image;
 };
 
-using CChannelTexts = std::span<const wchar_t* const>;
-
-AC_Result FindImage(bool particularOrNext, CMultiDimTile& area, CChannelTexts channelIDs,
-                    std::span<const AC_AXIS_INFO> ztlCoordIndexes, AC_HTILE* phDeepZoomTile)
+/// What a request that found no tile comes to.
+[[gnu::cold]] AC_Result ResultWithoutATile(CMultiDimImage& image, bool particularOrNext)
 {
-    CMultiDimImage& image = area.Level().ParentMultiDimImg();
-    CRequest request(image);
-    for (const wchar_t* channelID : channelIDs)
-        if (!request.AddChannel(channelID))
-            return AC_RESULT_INVALID_PARAM;
-    for (const AC_AXIS_INFO& axis : ztlCoordIndexes)
-        if (!request.AddAxis(axis))
-            return AC_RESULT_INVALID_PARAM;
-    CDeepZoomTile* tile = nullptr;
-    if (particularOrNext)
-    {
-        ZEL_ASSERT(channelIDs.size() == 1);
-        request.AddCoord(DimensionOf(image, DimensionType::DimensionType_C), request.LastChannelID);
-        tile = area.DeepZoomTile(request.Coords);
-    }
-    else
-        tile = area.NextDeepZoomTile(request.Coords, request.SelectedChannelIDs);
-    *phDeepZoomTile = tile;
-    if (tile)
-        return AC_RESULT_SUCCESS;
     if (errno != 0)
         return CiaResultToAC_Result();
     if (!particularOrNext)
@@ -174,12 +164,51 @@ AC_Result FindImage(bool particularOrNext, CMultiDimTile& area, CChannelTexts ch
     return AC_RESULT_SUCCESS;
 }
 
-/// Both requests for an image: the host's arguments tested, the document held.
-AC_Result GetImage(bool particularOrNext, AC_HMULTIDIMTILE hMultiDimTile, CChannelTexts channelIDs,
-                   const AC_AXIS_INFO* ztlCoordIndexes, int numOfElesInZtlCoordIndexes, AC_HTILE* phDeepZoomTile)
+using CChannelTexts = std::span<const wchar_t* const>;
+using CAxes = std::span<const AC_AXIS_INFO>;
+
+AC_Result FindParticularImage(CMultiDimTile& area, CChannelTexts channelTexts, CAxes axes, AC_HTILE* phDeepZoomTile)
 {
-    if (particularOrNext && channelIDs.empty())
-        return Complain("Error: params 'channelIDs' is empty!");
+    CMultiDimImage& image = area.Level().ParentMultiDimImg();
+    CRequest request(image);
+    uint32_t channelID = 0;
+    for (const wchar_t* text : channelTexts)
+        if (!request.ChannelID(text, channelID))
+            return AC_RESULT_INVALID_PARAM;
+    if (!axes.empty() && !request.AddAxes(axes))
+        return AC_RESULT_INVALID_PARAM;
+    ZEL_ASSERT(channelTexts.size() == 1);
+    request.AddChannel(channelID);
+    CDeepZoomTile* tile = area.DeepZoomTile(request.Coords);
+    *phDeepZoomTile = tile;
+    return tile ? AC_RESULT_SUCCESS : ResultWithoutATile(image, true);
+}
+
+AC_Result FindNextImage(CMultiDimTile& area, CChannelTexts channelTexts, CAxes axes, AC_HTILE* phDeepZoomTile)
+{
+    CMultiDimImage& image = area.Level().ParentMultiDimImg();
+    CRequest request(image);
+    CChannelSelection selectedChannelIDs;
+    for (const wchar_t* text : channelTexts)
+    {
+        uint32_t channelID = 0;
+        if (!request.ChannelID(text, channelID))
+            return AC_RESULT_INVALID_PARAM;
+        selectedChannelIDs.Add(channelID);
+    }
+    if (!axes.empty() && !request.AddAxes(axes))
+        return AC_RESULT_INVALID_PARAM;
+    CDeepZoomTile* tile = area.NextDeepZoomTile(request.Coords, selectedChannelIDs);
+    *phDeepZoomTile = tile;
+    return tile ? AC_RESULT_SUCCESS : ResultWithoutATile(image, false);
+}
+
+/// Both requests for an image: the host's arguments tested, the document held.
+template <auto Find>
+[[gnu::noinline]] AC_Result GetImage(AC_HMULTIDIMTILE hMultiDimTile, CChannelTexts channelTexts,
+                                     const AC_AXIS_INFO* ztlCoordIndexes, int numOfElesInZtlCoordIndexes,
+                                     AC_HTILE* phDeepZoomTile)
+{
     if (!hMultiDimTile || (!ztlCoordIndexes && numOfElesInZtlCoordIndexes != 0) || !phDeepZoomTile)
         return Complain("Error: params hMultiDimTile or ztlCoordIndexes or phDeepZoomTile are NULL");
     return AtBoundary(
@@ -188,7 +217,7 @@ AC_Result GetImage(bool particularOrNext, AC_HMULTIDIMTILE hMultiDimTile, CChann
             CMultiDimTile& area = Area(hMultiDimTile);
             const CLock lock(DocOf(area).ThreadSafetyMutex());
             const auto numOfAxes = static_cast<size_t>(std::max(numOfElesInZtlCoordIndexes, 0));
-            return FindImage(particularOrNext, area, channelIDs, {ztlCoordIndexes, numOfAxes}, phDeepZoomTile);
+            return Find(area, channelTexts, {ztlCoordIndexes, numOfAxes}, phDeepZoomTile);
         });
 }
 
@@ -201,15 +230,20 @@ extern "C"
                                         const std::vector<const wchar_t*>& channelIDs, AC_AXIS_INFO* ztlCoordIndexes,
                                         int numOfElesInZtlCoordIndexes, AC_HTILE* phDeepZoomTile)
     {
-        return GetImage(particularOrNext, hMultiDimTile, channelIDs, ztlCoordIndexes, numOfElesInZtlCoordIndexes,
-                        phDeepZoomTile);
+        if (!particularOrNext)
+            return GetImage<FindNextImage>(hMultiDimTile, channelIDs, ztlCoordIndexes, numOfElesInZtlCoordIndexes,
+                                           phDeepZoomTile);
+        if (channelIDs.empty())
+            return Complain("Error: params 'channelIDs' is empty!");
+        return GetImage<FindParticularImage>(hMultiDimTile, channelIDs, ztlCoordIndexes, numOfElesInZtlCoordIndexes,
+                                             phDeepZoomTile);
     }
 
     AC_Result _AC_GetImage(AC_HMULTIDIMTILE hMultiDimTile, const wchar_t* channelID, AC_AXIS_INFO* ztlCoordIndexes,
                            int numOfElesInZtlCoordIndexes, AC_HTILE* phDeepZoomTile)
     {
-        return GetImage(true, hMultiDimTile, {&channelID, 1}, ztlCoordIndexes, numOfElesInZtlCoordIndexes,
-                        phDeepZoomTile);
+        return GetImage<FindParticularImage>(hMultiDimTile, {&channelID, 1}, ztlCoordIndexes,
+                                             numOfElesInZtlCoordIndexes, phDeepZoomTile);
     }
 
     AC_Result _AC_GetNextImage(AC_HAREA hMultiDimTile, const wchar_t** channelIds, int numOfChannels,
@@ -217,13 +251,10 @@ extern "C"
     {
         if (!channelIds || numOfChannels < 0)
             return AC_RESULT_INVALID_PARAM;
-        return AtBoundary(
-            [&]
-            {
-                ZEL_ASSERT(numOfChannels != 0);
-                return GetImage(false, hMultiDimTile, {channelIds, static_cast<size_t>(numOfChannels)}, ztlCoordIndexes,
-                                numOfZtlCoordIndexes, phDeepZoomTile);
-            });
+        if (numOfChannels == 0) // more than a wrong argument: a failed assertion, before anything else is looked at
+            return AtBoundary([]() -> AC_Result { FailAssertion(__FILE__, __LINE__); });
+        return GetImage<FindNextImage>(hMultiDimTile, {channelIds, static_cast<size_t>(numOfChannels)}, ztlCoordIndexes,
+                                       numOfZtlCoordIndexes, phDeepZoomTile);
     }
 
     AC_Result _AC_ReleaseImage(AC_HTILE hDeepZoomTile)

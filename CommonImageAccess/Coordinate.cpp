@@ -1,7 +1,6 @@
 #include "CommonImageAccess/Coordinate.h"
 
 #include "CommonImageAccess/PixelDimension.h"
-#include "CommonUtil/Assertion.h"
 
 #include <cmath>
 
@@ -18,8 +17,7 @@ constexpr uint32_t UnknownIndex = 0xFFFFFFFF;
 CCoordinate::CCoordinate(uint32_t index, CDimension& dimension, const ObjThatHasCoords* creator)
     : _Dimension(dimension), _Index(index), _Value(std::numeric_limits<double>::quiet_NaN()), _Creator(creator)
 {
-    ZEL_ASSERT(index != UnknownIndex);
-    ZEL_ASSERT(IsXOrY(dimension.Type()) || index < dimension.NumOfPoints());
+    AssertIsIndexOf(dimension, index);
     if (IsUnitlessDimension(dimension.Type()))
         _Value = index;
 }

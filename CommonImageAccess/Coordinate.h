@@ -1,5 +1,6 @@
 #pragma once
 #include "CommonImageAccess/Dimension.h"
+#include "CommonUtil/Assertion.h"
 
 #include <cstdint>
 #include <map>
@@ -16,6 +17,12 @@ class CCoordinate
 public:
     /// Asserts that the index is a number, and on dimensions other than X and Y one of its points.
     CCoordinate(uint32_t index, CDimension& dimension, const ObjThatHasCoords* creator);
+    /// The assertion of the constructor by itself, for a request that needs no object.
+    static void AssertIsIndexOf(CDimension& dimension, uint32_t index)
+    {
+        ZEL_ASSERT(index != 0xFFFFFFFF);
+        ZEL_ASSERT(IsXOrY(dimension.Type()) || index < dimension.NumOfPoints());
+    }
     /// Asserts that the value is a number, and not beyond the last point where that is known yet.
     CCoordinate(CDimension& dimension, double value, const ObjThatHasCoords* creator);
 

@@ -21,10 +21,20 @@ uint16_t CheckedLevelID(uint32_t levelId)
     return static_cast<uint16_t>(levelId);
 }
 
+bool Fits(const CDeepZoomTile& tile, const CFrameCoords& selectionCriteria, const CChannelSelection& selectedChannelIDs)
+{
+    const CFrameIdx& idx = tile.ParentFrame().FrameIdx();
+    CDimensionTypes types = selectionCriteria.Types();
+    for (; !types.IsEmpty(); types = types.WithoutFirst())
+        if (selectionCriteria.FrameIdx().SubIdx(types.First()) != idx.SubIdx(types.First()))
+            return false;
+    return selectedChannelIDs.Contains(idx.C);
+}
+
 } // namespace
 
 CDeepZoomPyramidLevel::CDeepZoomPyramidLevel(uint32_t levelId, CMultiDimImage& image)
-    : _ParentMultiDimImg(image), _LevelID(CheckedLevelID(levelId))
+    : _ParentMultiDimImg(image), _ParentImgDoc(image.ParentImgDoc()), _LevelID(CheckedLevelID(levelId))
 {
 }
 
@@ -66,10 +76,9 @@ bool CDeepZoomPyramidLevel::ZoomoutFactor_init(double& varToInit)
     return true;
 }
 
-CMultiDimTile& CDeepZoomPyramidLevel::MultiDimTile(uint32_t brixAreaID)
+CMultiDimTile& CDeepZoomPyramidLevel::MakeMultiDimTile(uint32_t brixAreaID)
 {
-    CMultiDimTile* tile = _MultiDimTiles.Find(brixAreaID);
-    return tile ? *tile : _MultiDimTiles.Emplace(brixAreaID, *this, brixAreaID);
+    return _MultiDimTiles.Emplace(brixAreaID, *this, brixAreaID);
 }
 
 CTileCorner CDeepZoomPyramidLevel::CornerOfTileMatrix()
@@ -117,26 +126,18 @@ CDeepZoomTile* CDeepZoomPyramidLevel::NextDeepZoomTileOnDisk(CDeepZoomTile& prev
                                                              const CFrameCoords& selectionCriteria,
                                                              const CChannelSelection& selectedChannelIDs)
 {
-    const auto fits = [&](CDeepZoomTile& tile)
-    {
-        const CFrameIdx& idx = tile.ParentFrame().FrameIdx();
-        CDimensionTypes types = selectionCriteria.Types();
-        for (; !types.IsEmpty(); types = types.WithoutFirst())
-            if (selectionCriteria.FrameIdx().SubIdx(types.First()) != idx.SubIdx(types.First()))
-                return false;
-        return selectedChannelIDs.Contains(idx.C);
-    };
     for (CDeepZoomTile* tile = prevDeepZoomTile.NextTileOnDisk(); tile; tile = tile->NextTileOnDisk())
     {
-        if (tile->RowIdx() >= static_cast<int64_t>(tile->ParentLevel().NumOfRows()))
-            return nullptr;
-        if (&tile->ParentLevel() != this)
+        if (&tile->ParentLevel() == this) [[likely]]
         {
-            if (DeepZoomTilesAreTogetherOnDisk())
+            if (tile->RowIdx() >= static_cast<int64_t>(NumOfRows()))
                 return nullptr;
+            if (Fits(*tile, selectionCriteria, selectedChannelIDs)) [[likely]]
+                return tile;
         }
-        else if (fits(*tile))
-            return tile;
+        else if (tile->RowIdx() >= static_cast<int64_t>(tile->ParentLevel().NumOfRows()) ||
+                 DeepZoomTilesAreTogetherOnDisk())
+            return nullptr;
     }
     return nullptr;
 }

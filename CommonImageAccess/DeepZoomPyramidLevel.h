@@ -10,6 +10,8 @@
 namespace CIA
 {
 
+class CImgDoc;
+
 /// One resolution of an image: 0 is the finest, each next one about half the size. Its picture is cut into a matrix of
 /// tiles of one size, whose size is the level's size, the parts of edge tiles beyond the picture included.
 class CDeepZoomPyramidLevel : public ObjThatHasCoords, public CBrixPropsetProvider
@@ -21,6 +23,7 @@ public:
     CDeepZoomPyramidLevel(uint32_t levelId, CMultiDimImage& image);
 
     CMultiDimImage& ParentMultiDimImg() const { return _ParentMultiDimImg; }
+    CImgDoc& ParentImgDoc() const { return _ParentImgDoc; }
     uint16_t ID() const { return _LevelID; }
 
     /// Tile columns and rows; 0xFFFFFFFF: could not be worked out.
@@ -34,7 +37,11 @@ public:
     }
     /// The tile position of the host's area number, made on first use and owned by this level. A number beyond the
     /// matrix gives a position beyond its last row, which holds no tile.
-    CMultiDimTile& MultiDimTile(uint32_t brixAreaID);
+    CMultiDimTile& MultiDimTile(uint32_t brixAreaID)
+    {
+        CMultiDimTile* tile = _MultiDimTiles.Find(brixAreaID);
+        return tile ? *tile : MakeMultiDimTile(brixAreaID);
+    }
     /// The smallest column and row of this level's tiles in the last frame: where area 0 lies. A last frame without a
     /// tile on this level is a failed assertion.
     CTileCorner CornerOfTileMatrix();
@@ -60,11 +67,13 @@ protected:
 
 private:
     struct CPropsetHandler;
+    CMultiDimTile& MakeMultiDimTile(uint32_t brixAreaID);
     bool IsRealWorldSizeOrPixelSizeAvailable() const override { return false; }
     bool BrixPropset_PixelLength(const AC_PARAMS& params, CBrixPropset& propset);
     double FirstPointForCropOfMatrix(bool isX, int32_t crop);
 
     CMultiDimImage& _ParentMultiDimImg;
+    CImgDoc& _ParentImgDoc; ///< that of the image, whose lock each request for a tile needs first of all
     CommonUtil::CLazy<uint32_t, 0xFFFFFFFFu> _NumOfCols;
     CommonUtil::CLazy<uint32_t, 0xFFFFFFFFu> _NumOfRows;
     const uint16_t _LevelID;

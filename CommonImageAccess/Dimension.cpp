@@ -258,7 +258,7 @@ uint32_t CDimension::MaxIdx()
     return numOfPoints - 1;
 }
 
-bool CDimension::IsValidCoordinate(double value)
+bool CDimension::IsBetweenFirstAndLastPoint(double value)
 {
     ZEL_ASSERT(!(LastPoint() < FirstPoint()));
     return value >= FirstPoint() && value <= LastPoint();

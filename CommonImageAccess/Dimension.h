@@ -52,7 +52,12 @@ public:
     uint32_t MaxIdx();
     bool IsValidCoordIdx(uint32_t idx) { return idx <= MaxIdx(); }
     /// True when `value` lies between the first and the last point; asserts that the values do not fall.
-    bool IsValidCoordinate(double value);
+    bool IsValidCoordinate(double value)
+    {
+        if (_FirstPoint <= _LastPoint) [[likely]] // both are known: a NaN compares with nothing
+            return value >= _FirstPoint && value <= _LastPoint;
+        return IsBetweenFirstAndLastPoint(value);
+    }
     /// The value at an index; X and Y may be asked beyond their end, the others not (assertion).
     double Value(uint32_t index);
     /// The index of a value: the nearest one when evenly spaced, else the last point that is not beyond the value;
@@ -80,6 +85,7 @@ private:
     bool _Points_init(std::vector<double>& varToInit);
     bool LastPoint_init(double& varToInit);
     bool Units_init(const wchar_t*& varToInit);
+    bool IsBetweenFirstAndLastPoint(double value);
     void AssertImagesHaveEqualNativeUnits();
     uint32_t IdxOnUnevenPoints(double value, bool IsDescending);
     uint32_t IdxOnEvenPoints(double value);

@@ -31,7 +31,7 @@ inline CImgDoc& DocOf(CMultiDimImage& image)
 }
 inline CImgDoc& DocOf(CMultiDimTile& area)
 {
-    return DocOf(area.Level().ParentMultiDimImg());
+    return area.Level().ParentImgDoc();
 }
 inline CImgDoc& DocOf(CDeepZoomTile& tile)
 {

@@ -100,17 +100,6 @@ const CFrames& CMultiDimImage::MakeFrames()
     return _Frames;
 }
 
-CFrame* CMultiDimImage::FindFrame(const CFrameIdx& idx)
-{
-    if (Frames().empty() || idx.Z > _LastFrame.Z || idx.C > _LastFrame.C || idx.L > _LastFrame.L ||
-        idx.T > _LastFrame.T)
-        return nullptr;
-    const uint64_t numOfC = uint64_t{_LastFrame.C} + 1;
-    const uint64_t numOfL = uint64_t{_LastFrame.L} + 1;
-    const uint64_t numOfT = uint64_t{_LastFrame.T} + 1;
-    return _FrameTable[((idx.Z * numOfC + idx.C) * numOfL + idx.L) * numOfT + idx.T];
-}
-
 bool CMultiDimImage::Frames_init(CFrames& varToInit)
 {
     ZEL_ASSERT(varToInit.empty());

@@ -85,7 +85,16 @@ public:
     }
     const CFrames& Frames() { return _Frames.empty() ? MakeFrames() : _Frames; }
     /// One of the frames, found by arithmetic; null when there is none of that key.
-    CFrame* FindFrame(const CFrameIdx& idx);
+    CFrame* FindFrame(const CFrameIdx& idx)
+    {
+        if (Frames().empty() || idx.Z > _LastFrame.Z || idx.C > _LastFrame.C || idx.L > _LastFrame.L ||
+            idx.T > _LastFrame.T)
+            return nullptr;
+        const uint64_t numOfC = uint64_t{_LastFrame.C} + 1;
+        const uint64_t numOfL = uint64_t{_LastFrame.L} + 1;
+        const uint64_t numOfT = uint64_t{_LastFrame.T} + 1;
+        return _FrameTable[((idx.Z * numOfC + idx.C) * numOfL + idx.L) * numOfT + idx.T];
+    }
     const CChannels& Channels();
     /// What users have drawn on the image; an object's ID is its place.
     const std::vector<CVectorGraphicsImage>& VectorGraphicsImages();

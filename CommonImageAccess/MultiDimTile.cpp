@@ -58,9 +58,9 @@ bool CMultiDimTile::ZoomoutFactor_init(double& varToInit)
     return !std::isnan(varToInit);
 }
 
-bool CMultiDimTile::AreCoordsOfTheImage(const CFrameCoords& coords)
+/// `missing`: what the coordinates name and the image has not.
+bool CMultiDimTile::AreCoordsOfTheImage(const CFrameCoords& coords, CDimensionTypes missing)
 {
-    CDimensionTypes missing = coords.Types().Without(_Level.ParentMultiDimImg().FrameDimensions());
     for (; !missing.IsEmpty(); missing = missing.WithoutFirst())
     {
         if (coords.FrameIdx().SubIdx(missing.First()) != 0)
@@ -76,10 +76,12 @@ bool CMultiDimTile::AreCoordsOfTheImage(const CFrameCoords& coords)
 
 CDeepZoomTile* CMultiDimTile::DeepZoomTile(const CFrameCoords& frameDifferentiatorCoords)
 {
-    if (!AreCoordsOfTheImage(frameDifferentiatorCoords))
-        return nullptr;
     CMultiDimImage& image = _Level.ParentMultiDimImg();
-    CDimensionTypes notNamed = image.FrameDimensions().Without(frameDifferentiatorCoords.Types());
+    const CDimensionTypes frameDimensions = image.FrameDimensions();
+    const CDimensionTypes missing = frameDifferentiatorCoords.Types().Without(frameDimensions);
+    if (!missing.IsEmpty() && !AreCoordsOfTheImage(frameDifferentiatorCoords, missing))
+        return nullptr;
+    CDimensionTypes notNamed = frameDimensions.Without(frameDifferentiatorCoords.Types());
     for (; !notNamed.IsEmpty(); notNamed = notNamed.WithoutFirst())
     {
         if (image.FindDimension(notNamed.First())->NumOfPoints() != 1)
@@ -117,7 +119,9 @@ CDeepZoomTile* CMultiDimTile::TileOf(CFrame& frame)
 CDeepZoomTile* CMultiDimTile::NextDeepZoomTile(const CFrameCoords& framePartialDifferentiatorCoords,
                                                const CChannelSelection& selectedChannelIDs)
 {
-    if (!AreCoordsOfTheImage(framePartialDifferentiatorCoords))
+    const CDimensionTypes missing =
+        framePartialDifferentiatorCoords.Types().Without(_Level.ParentMultiDimImg().FrameDimensions());
+    if (!missing.IsEmpty() && !AreCoordsOfTheImage(framePartialDifferentiatorCoords, missing))
         return nullptr;
     ZEL_ASSERT(!selectedChannelIDs.IsEmpty());
     if (!LastDeepZoomTileFetched)

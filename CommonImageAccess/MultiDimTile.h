@@ -41,7 +41,7 @@ private:
     bool BrixPropset_AnalysisROIInfo(const AC_PARAMS& params, CBrixPropset& propset);
     bool BrixPropset_ImageSize(const AC_PARAMS& params, CBrixPropset& propset);
     bool IsRealWorldSizeOrPixelSizeAvailable() const override { return false; }
-    bool AreCoordsOfTheImage(const CFrameCoords& coords);
+    static bool AreCoordsOfTheImage(const CFrameCoords& coords, CDimensionTypes missing);
     CDeepZoomTile* TileOf(CFrame& frame);
 
     CDeepZoomPyramidLevel& _Level;

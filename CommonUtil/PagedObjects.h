@@ -23,14 +23,10 @@ public:
     T* Find(uint32_t number)
     {
         const uint32_t pageNumber = number / PageSize;
-        if (pageNumber >= MaxNumOfNearPages)
-        {
-            const auto page = _farPages.find(pageNumber);
-            return page == _farPages.end() ? nullptr : page->second->Find(number % PageSize);
-        }
-        if (pageNumber >= _nearPages.size() || !_nearPages[pageNumber])
-            return nullptr;
-        return _nearPages[pageNumber]->Find(number % PageSize);
+        if (pageNumber >= _nearPages.size()) [[unlikely]]
+            return pageNumber < MaxNumOfNearPages ? nullptr : FindFar(number);
+        CPage* page = _nearPages[pageNumber].get();
+        return page ? page->Find(number % PageSize) : nullptr;
     }
 
     /// Makes the object of that number, which must not be there yet.
@@ -83,6 +79,12 @@ private:
         std::array<CRoom, PageSize> _room;
         uint64_t _isMade = 0;
     };
+
+    T* FindFar(uint32_t number)
+    {
+        const auto page = _farPages.find(number / PageSize);
+        return page == _farPages.end() ? nullptr : page->second->Find(number % PageSize);
+    }
 
     std::unique_ptr<CPage>& PlaceOfPage(uint32_t pageNumber)
     {

@@ -25,9 +25,21 @@ int _wstat64(const wchar_t* name, struct stat* result);
 /// formatted.
 bool HasLogReader();
 
-/// Locks and unlocks a mutex; an error of the mutex is logged and is a failed assertion.
-void EnterCriticalSection(pthread_mutex_t* criticalSection);
-void LeaveCriticalSection(pthread_mutex_t* criticalSection);
+/// Logs the error of a mutex, with the name of the call that met it, and is a failed assertion.
+[[noreturn]] void FailCriticalSection(const char* call, int error);
+
+/// Locks and unlocks a mutex; an error of the mutex is logged and is a failed assertion. Here, since every request of a
+/// host comes through both.
+inline void EnterCriticalSection(pthread_mutex_t* criticalSection)
+{
+    if (const int error = pthread_mutex_lock(criticalSection)) [[unlikely]]
+        FailCriticalSection("EnterCriticalSection", error);
+}
+inline void LeaveCriticalSection(pthread_mutex_t* criticalSection)
+{
+    if (const int error = pthread_mutex_unlock(criticalSection)) [[unlikely]]
+        FailCriticalSection("LeaveCriticalSection", error);
+}
 
 /// UTC calendar time of `*time`. 0 on success, else an errno value; `result` is then untouched.
 int gmtime_s(std::tm* result, const std::time_t* time);

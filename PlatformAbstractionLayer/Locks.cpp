@@ -16,20 +16,8 @@ const char* TextOf(int error)
 
 } // namespace
 
-void EnterCriticalSection(pthread_mutex_t* criticalSection)
+void FailCriticalSection(const char* call, int error)
 {
-    const int error = pthread_mutex_lock(criticalSection);
-    if (error == 0) [[likely]]
-        return;
-    ZEL_LOG("ERROR: EnterCriticalSection Failed!!! ERRNO=%d Error=%s", error, TextOf(error));
-    CommonUtil::FailAssertion(__FILE__, __LINE__);
-}
-
-void LeaveCriticalSection(pthread_mutex_t* criticalSection)
-{
-    const int error = pthread_mutex_unlock(criticalSection);
-    if (error == 0) [[likely]]
-        return;
-    ZEL_LOG("ERROR: LeaveCriticalSection Failed!!! ERRNO=%d Error=%s", error, TextOf(error));
+    ZEL_LOG("ERROR: %s Failed!!! ERRNO=%d Error=%s", call, error, TextOf(error));
     CommonUtil::FailAssertion(__FILE__, __LINE__);
 }

@@ -173,13 +173,6 @@ void CKorFile::LogDimCountThatDoesNotFit(DimensionType::E type, uint32_t numOfPo
     ZEL_LOG("expected: dim.NumOfPoints() == (maxIdx + 1)");
 }
 
-uint32_t CKorFile::NextTileOnDisk(uint32_t tileNumber) const
-{
-    if (_IsOmeTiff && _TiffPlaces[tileNumber].IsLastOfPosition)
-        return static_cast<uint32_t>(_KorTiles.size());
-    return tileNumber + 1;
-}
-
 uint16_t CKorFile::TiffIfdOf(uint32_t tileNumber) const
 {
     return _IsOmeTiff ? _TiffPlaces[tileNumber].TiffIFD : 0;

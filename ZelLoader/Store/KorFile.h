@@ -33,7 +33,12 @@ public:
     /// What they say together.
     const CKorTileLevels& KorTileLevels() const { return _KorTileLevels; }
     /// The number of the record behind this one in the walk over the file; the number of records when there is none.
-    uint32_t NextTileOnDisk(uint32_t tileNumber) const;
+    uint32_t NextTileOnDisk(uint32_t tileNumber) const
+    {
+        if (_IsOmeTiff && _TiffPlaces[tileNumber].IsLastOfPosition)
+            return static_cast<uint32_t>(_KorTiles.size());
+        return tileNumber + 1;
+    }
     /// The directory of a TIFF store that holds a tile; 0 in a binary store.
     uint16_t TiffIfdOf(uint32_t tileNumber) const;
 

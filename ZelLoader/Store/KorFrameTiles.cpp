@@ -39,11 +39,12 @@ struct CLevelOfFrame
     CTileExtent Extent;
 };
 
-class CKorFrameTiles : public CDeepZoomTiles
+class CTilesOfRecords : public CKorFrameTiles
 {
 public:
-    CKorFrameTiles(CZelFrame& frame, const CKorFile& korFile, const CKorTilesByFrame& tilesByFrame)
-        : _Frame(frame), _KorTiles(korFile.KorTiles()), _TileNumbers(tilesByFrame.TilesOf(frame.FrameIdx()))
+    CTilesOfRecords(CZelFrame& frame, const CKorFile& korFile, const CKorTilesByFrame& tilesByFrame)
+        : _Frame(frame), _KorFile(korFile), _KorTiles(korFile.KorTiles()),
+          _TileNumbers(tilesByFrame.TilesOf(frame.FrameIdx()))
     {
         if (tilesByFrame.IsTheListATable())
             for (const CKorTileLevel& level : korFile.KorTileLevels().Levels())
@@ -55,6 +56,7 @@ public:
 
     uint64_t Size() const override { return _TileNumbers.Size(); }
     CDeepZoomTile* Find(const CDeepZoomTileIdx& idx) override;
+    CZelDeepZoomTile* FindBehind(const CZelDeepZoomTile& tile) override;
     std::optional<CTileCorner> SmallestColAndRow(uint32_t level) const override;
     bool ForEachOfLevel(uint32_t level, const std::function<bool(CDeepZoomTile&)>& visit) override;
     /// False when a tile lies outside the matrix of its level: then the frame's tiles cannot be listed.
@@ -66,16 +68,22 @@ private:
     const CLevelOfFrame* FindLevel(uint32_t level) const;
     bool FindPlace(const CLevelOfFrame& level, const CDeepZoomTileIdx& idx, size_t& place) const;
     bool FindPlaceBySearch(const CLevelOfFrame& level, const CDeepZoomTileIdx& idx, size_t& place) const;
-    CZelDeepZoomTile& TileAt(size_t place);
+    CZelDeepZoomTile& TileAt(size_t place)
+    {
+        CZelDeepZoomTile* tile = _Tiles.Find(static_cast<uint32_t>(place));
+        return tile ? *tile : MakeTileAt(static_cast<uint32_t>(place));
+    }
+    CZelDeepZoomTile& MakeTileAt(uint32_t place);
 
     CZelFrame& _Frame;
+    const CKorFile& _KorFile;
     const std::vector<CKorTile>& _KorTiles;
     const CKorTileNumbers _TileNumbers;
     std::vector<CLevelOfFrame> _Levels;
     CPagedObjects<CZelDeepZoomTile> _Tiles; ///< by place in the table
 };
 
-void CKorFrameTiles::AddToLevel(size_t place)
+void CTilesOfRecords::AddToLevel(size_t place)
 {
     const CDecompressedKorTileIdx& idx = IdxAt(place);
     if (_Levels.empty() || _Levels.back().Level != idx.PIdx)
@@ -85,7 +93,7 @@ void CKorFrameTiles::AddToLevel(size_t place)
     level.Last = place + 1;
 }
 
-bool CKorFrameTiles::LieInTheirMatrixes() const
+bool CTilesOfRecords::LieInTheirMatrixes() const
 {
     const auto& levels = _Frame.ParentMultiDimImg().DeepZoomPyramidLevels();
     for (const CLevelOfFrame& levelOfFrame : _Levels)
@@ -99,14 +107,14 @@ bool CKorFrameTiles::LieInTheirMatrixes() const
     return true;
 }
 
-const CLevelOfFrame* CKorFrameTiles::FindLevel(uint32_t level) const
+const CLevelOfFrame* CTilesOfRecords::FindLevel(uint32_t level) const
 {
     const auto found = std::lower_bound(_Levels.begin(), _Levels.end(), level,
                                         [](const CLevelOfFrame& l, uint32_t number) { return l.Level < number; });
     return found != _Levels.end() && found->Level == level ? &*found : nullptr;
 }
 
-std::optional<CTileCorner> CKorFrameTiles::SmallestColAndRow(uint32_t level) const
+std::optional<CTileCorner> CTilesOfRecords::SmallestColAndRow(uint32_t level) const
 {
     const CLevelOfFrame* levelOfFrame = FindLevel(level);
     if (!levelOfFrame)
@@ -114,7 +122,7 @@ std::optional<CTileCorner> CKorFrameTiles::SmallestColAndRow(uint32_t level) con
     return CTileCorner{levelOfFrame->Extent.SmallestCol, levelOfFrame->Extent.SmallestRow};
 }
 
-bool CKorFrameTiles::FindPlace(const CLevelOfFrame& level, const CDeepZoomTileIdx& idx, size_t& place) const
+bool CTilesOfRecords::FindPlace(const CLevelOfFrame& level, const CDeepZoomTileIdx& idx, size_t& place) const
 {
     const int64_t numOfCols = level.NumOfCols();
     const int64_t col = int64_t{idx._TileColIdx} - level.Extent.SmallestCol;
@@ -132,7 +140,7 @@ bool CKorFrameTiles::FindPlace(const CLevelOfFrame& level, const CDeepZoomTileId
     return FindPlaceBySearch(level, idx, place);
 }
 
-bool CKorFrameTiles::FindPlaceBySearch(const CLevelOfFrame& level, const CDeepZoomTileIdx& idx, size_t& place) const
+bool CTilesOfRecords::FindPlaceBySearch(const CLevelOfFrame& level, const CDeepZoomTileIdx& idx, size_t& place) const
 {
     const CDecompressedKorTileIdx wanted{
         .ColIdx = idx._TileColIdx, .RowIdx = idx._TileRowIdx, .PIdx = idx._PyramidLevelIdx};
@@ -148,24 +156,29 @@ bool CKorFrameTiles::FindPlaceBySearch(const CLevelOfFrame& level, const CDeepZo
     return place < level.Last && IdxAt(place).TileIdx() == idx;
 }
 
-CZelDeepZoomTile& CKorFrameTiles::TileAt(size_t place)
+CZelDeepZoomTile& CTilesOfRecords::MakeTileAt(uint32_t place)
 {
-    const auto number = static_cast<uint32_t>(place);
-    if (CZelDeepZoomTile* tile = _Tiles.Find(number))
-        return *tile;
     const uint32_t tileNumber = _TileNumbers[place];
     CDeepZoomPyramidLevel& level = *_Frame.ParentMultiDimImg().DeepZoomPyramidLevels()[_KorTiles[tileNumber].Idx.PIdx];
-    return _Tiles.Emplace(number, _KorTiles[tileNumber], tileNumber, _Frame, level);
+    return _Tiles.Emplace(place, _KorTiles[tileNumber], tileNumber, place, _Frame, level);
 }
 
-CDeepZoomTile* CKorFrameTiles::Find(const CDeepZoomTileIdx& idx)
+CDeepZoomTile* CTilesOfRecords::Find(const CDeepZoomTileIdx& idx)
 {
     const CLevelOfFrame* level = FindLevel(idx._PyramidLevelIdx);
     size_t place = 0;
     return level && FindPlace(*level, idx, place) ? &TileAt(place) : nullptr;
 }
 
-bool CKorFrameTiles::ForEachOfLevel(uint32_t level, const std::function<bool(CDeepZoomTile&)>& visit)
+CZelDeepZoomTile* CTilesOfRecords::FindBehind(const CZelDeepZoomTile& tile)
+{
+    const size_t place = size_t{tile.Place()} + 1;
+    return place < _TileNumbers.Size() && _TileNumbers[place] == _KorFile.NextTileOnDisk(tile.TileNumber())
+               ? &TileAt(place)
+               : nullptr;
+}
+
+bool CTilesOfRecords::ForEachOfLevel(uint32_t level, const std::function<bool(CDeepZoomTile&)>& visit)
 {
     const CLevelOfFrame* levelOfFrame = FindLevel(level);
     if (!levelOfFrame)
@@ -250,11 +263,11 @@ CKorTileNumbers CKorTilesByFrame::TilesOf(const CFrameIdx& idx) const
     return CKorTileNumbers(std::span(_TileNumbers).subspan(_FirstOfFrame[frameNumber], _NumOfTiles[frameNumber]));
 }
 
-std::unique_ptr<CDeepZoomTiles> MakeKorFrameTiles(CZelFrame& frame)
+std::unique_ptr<CKorFrameTiles> MakeKorFrameTiles(CZelFrame& frame)
 {
     CZelMultiDimImage& image = frame.ParentZelImage();
     const CKorTilesByFrame& tilesByFrame = image.KorTilesByFrame();
-    auto tiles = std::make_unique<CKorFrameTiles>(frame, *image.KorFile(), tilesByFrame);
+    auto tiles = std::make_unique<CTilesOfRecords>(frame, *image.KorFile(), tilesByFrame);
     return tiles->LieInTheirMatrixes() ? std::move(tiles) : nullptr;
 }
 

@@ -10,6 +10,7 @@ namespace Zel
 {
 
 class CKorFile;
+class CZelDeepZoomTile;
 class CZelFrame;
 
 /// The numbers of a frame's records, by place in its table.
@@ -57,6 +58,14 @@ private:
 };
 
 /// The tiles of a frame whose pixels lie in a tile store.
-std::unique_ptr<CDeepZoomTiles> MakeKorFrameTiles(CZelFrame& frame);
+class CKorFrameTiles : public CDeepZoomTiles
+{
+public:
+    /// The tile of the record behind that of `tile`, one of these, in the walk over the file, as far as it is the next
+    /// one of the table as well; else null.
+    virtual CZelDeepZoomTile* FindBehind(const CZelDeepZoomTile& tile) = 0;
+};
+
+std::unique_ptr<CKorFrameTiles> MakeKorFrameTiles(CZelFrame& frame);
 
 } // namespace Zel

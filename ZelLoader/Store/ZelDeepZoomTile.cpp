@@ -5,6 +5,7 @@
 #include "CommonUtil/Numbers.h"
 #include "ZelLoader/Images/ZelFrame.h"
 #include "ZelLoader/Store/KorFile.h"
+#include "ZelLoader/Store/KorFrameTiles.h"
 
 namespace Zel
 {
@@ -31,9 +32,9 @@ CFrame& FrameOf(const CFrameIdx& idx, CMultiDimImage& image)
 
 } // namespace
 
-CZelDeepZoomTile::CZelDeepZoomTile(const CKorTile& metaData, uint32_t tileNumber, CZelFrame& frame,
+CZelDeepZoomTile::CZelDeepZoomTile(const CKorTile& metaData, uint32_t tileNumber, uint32_t place, CZelFrame& frame,
                                    CDeepZoomPyramidLevel& level)
-    : CDeepZoomTile(frame, level, metaData.Idx.ColIdx, metaData.Idx.RowIdx), _TileNumber(tileNumber)
+    : CDeepZoomTile(frame, level, metaData.Idx.ColIdx, metaData.Idx.RowIdx), _TileNumber(tileNumber), _Place(place)
 {
 }
 
@@ -48,6 +49,14 @@ const CKorTile& CZelDeepZoomTile::MetaData() const
 }
 
 CDeepZoomTile* CZelDeepZoomTile::NextTileOnDisk()
+{
+    // Neighbours in the file are neighbours in the table of their frame as well, mostly; that one must be there, since
+    // it has made this tile.
+    CZelDeepZoomTile* neighbour = static_cast<CKorFrameTiles&>(ParentFrame().DeepZoomTiles()).FindBehind(*this);
+    return neighbour ? neighbour : FindNextTileOnDisk();
+}
+
+CDeepZoomTile* CZelDeepZoomTile::FindNextTileOnDisk()
 {
     CMultiDimImage& image = ParentFrame().ParentMultiDimImg();
     const CKorFile& korFile = KorFile();

@@ -14,10 +14,13 @@ class CZelFrame;
 class CZelDeepZoomTile : public CDeepZoomTile
 {
 public:
-    /// The tile of the store's record with that number; all of them outlive the tile.
-    CZelDeepZoomTile(const CKorTile& metaData, uint32_t tileNumber, CZelFrame& frame, CDeepZoomPyramidLevel& level);
+    /// The tile of the store's record with that number, at that place in the table of its frame; all of them outlive
+    /// the tile.
+    CZelDeepZoomTile(const CKorTile& metaData, uint32_t tileNumber, uint32_t place, CZelFrame& frame,
+                     CDeepZoomPyramidLevel& level);
 
     uint32_t TileNumber() const { return _TileNumber; }
+    uint32_t Place() const { return _Place; }
     uint64_t BlockOffset() const { return MetaData().BlockOffset; } ///< of its bytes in a binary store
     CDeepZoomTile* NextTileOnDisk() override;
 
@@ -25,6 +28,7 @@ protected:
     bool PixelBuf_rValidated(CByteArray& buf, const CPixelRect& r) override;
 
 private:
+    CDeepZoomTile* FindNextTileOnDisk();
     CKorFile& KorFile() const;
     const CKorTile& MetaData() const;
     bool ReadWholeTile(CByteArray& buf);
@@ -37,7 +41,8 @@ private:
     uint32_t NumberOfTiffTile();
     uint32_t CheckedStripNumber(TIFF* tif);
 
-    const uint32_t _TileNumber; ///< all that is kept: a slide has a million of these
+    const uint32_t _TileNumber;
+    const uint32_t _Place;
 };
 
 } // namespace Zel
