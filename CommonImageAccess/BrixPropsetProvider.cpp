@@ -87,15 +87,14 @@ AC_Result CBrixPropsetProvider::BrixPropset(const wchar_t* propsetKey, const AC_
 AC_Result CBrixPropsetProvider::BuildPropset(const wchar_t* propsetKey, const AC_PARAMS& params,
                                              std::wstring_view cacheKey, AC_HPROPSET* phPropset)
 {
-    if (!BrixPropsets)
-        BrixPropsets = std::make_unique<CBrixPropsets>();
-    auto entry = BrixPropsets->find(cacheKey);
-    if (entry == BrixPropsets->end() || IsNeverTakenFromTheCache(cacheKey))
+    CBrixPropsets& propsets = KeptPropsets();
+    auto entry = propsets.find(cacheKey);
+    if (entry == propsets.end() || IsNeverTakenFromTheCache(cacheKey))
     {
         CBrixPropset propset;
         if (!BrixPropset_init(propsetKey, params, propset))
             return CiaResultToAC_Result();
-        entry = BrixPropsets->try_emplace(std::wstring(cacheKey), std::move(propset)).first;
+        entry = propsets.try_emplace(std::wstring(cacheKey), std::move(propset)).first;
     }
     *phPropset = &entry->second;
     return AC_RESULT_SUCCESS;

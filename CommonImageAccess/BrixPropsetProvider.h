@@ -3,12 +3,13 @@
 #include "CommonImageAccess/BrixPropset.h"
 
 #include <map>
-#include <memory>
 #include <string>
 #include <string_view>
 
 namespace CIA
 {
+
+using CBrixPropsets = std::map<std::wstring, CBrixPropset, std::less<>>;
 
 /// Base of every model object that answers property requests. A set is built when it is first asked for, and never
 /// changes or moves afterwards, so that any thread may read one.
@@ -20,7 +21,7 @@ public:
     CBrixPropsetProvider(const CBrixPropsetProvider&) = delete;
     CBrixPropsetProvider& operator=(const CBrixPropsetProvider&) = delete;
 
-    /// Puts the set of a key into `*phPropset`; it is owned here. `params` may be null: no parameters. A request that
+    /// Puts the set of a key into `*phPropset`; it is kept. `params` may be null: no parameters. A request that
     /// was answered before gets the same set again. Failures are not kept; their result is that of errno.
     AC_Result BrixPropset(const wchar_t* propsetKey, const AC_PARAMS* params, AC_HPROPSET* phPropset);
 
@@ -29,13 +30,12 @@ protected:
     /// document does not have, EBADFD for what the pixels do not allow.
     virtual bool BrixPropset_init(const wchar_t* propsetKey, const AC_PARAMS& params, CBrixPropset& propset) = 0;
 
-private:
-    using CBrixPropsets = std::map<std::wstring, CBrixPropset, std::less<>>;
+    /// Where the sets are kept that were built. Not here: a slide has a million providers that are never asked.
+    virtual CBrixPropsets& KeptPropsets() = 0;
 
+private:
     AC_Result BuildPropset(const wchar_t* propsetKey, const AC_PARAMS& params, std::wstring_view cacheKey,
                            AC_HPROPSET* phPropset);
-
-    std::unique_ptr<CBrixPropsets> BrixPropsets; ///< allocated on first use: a slide has a million providers
 };
 
 /// AC_VT_STRING when the parameter of that key is a text, else AC_VT_INTEGER.

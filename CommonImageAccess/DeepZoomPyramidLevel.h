@@ -60,6 +60,7 @@ protected:
     bool PixelOrRealWorldHeight_init(double& varToInit) override;
     bool ZoomoutFactor_init(double& varToInit) override;
     bool BrixPropset_init(const wchar_t* propsetKey, const AC_PARAMS& params, CBrixPropset& propset) override;
+    CBrixPropsets& KeptPropsets() override { return PropsetsInState(); }
     virtual bool NumOfCols_init(uint32_t& varToInit) = 0;
     virtual bool NumOfRows_init(uint32_t& varToInit) = 0;
     /// True when no tile of another level lies between two tiles of this one.

@@ -59,6 +59,7 @@ protected:
     bool PixelOrRealWorldHeight_init(double& varToInit) override;
     bool ZoomoutFactor_init(double& varToInit) override;
     bool BrixPropset_init(const wchar_t* propsetKey, const AC_PARAMS& params, CBrixPropset& propset) override;
+    CBrixPropsets& KeptPropsets() override { return PropsetsInState(); }
     /// PixelBuf with a rectangle that lies within the tile.
     virtual bool PixelBuf_rValidated(CByteArray& buf, const CPixelRect& r) = 0;
 

@@ -83,6 +83,7 @@ protected:
     virtual bool MultiDimImages_init(CMultiDimImages& varToInit) = 0;
     virtual bool BrixCustomProperties_init(StringMap& varToInit) = 0;
     bool BrixPropset_init(const wchar_t* propsetKey, const AC_PARAMS& params, CBrixPropset& propset) override;
+    CBrixPropsets& KeptPropsets() override { return _BrixPropsets; }
 
 private:
     struct CPropsetHandler;
@@ -90,6 +91,7 @@ private:
     bool BrixPropset_UserComment(const AC_PARAMS& params, CBrixPropset& propset);
     bool BrixPropset_IdInfo(const AC_PARAMS& params, CBrixPropset& propset);
 
+    CBrixPropsets _BrixPropsets;
     StringMap _BrixCustomProperties;
     CommonUtil::CMyMutex _ThreadSafetyMutex;
     std::array<double, 2> _RealWorldCoordOfDisplayWindow = {std::numeric_limits<double>::quiet_NaN(),

@@ -134,6 +134,7 @@ protected:
     virtual bool VectorGraphicsImages_init(std::vector<CVectorGraphicsImage>& varToInit) = 0;
     virtual bool ObjectiveLens_init(std::unique_ptr<CObjectiveLens>& varToInit) = 0;
     bool BrixPropset_init(const wchar_t* propsetKey, const AC_PARAMS& params, CBrixPropset& propset) override;
+    CBrixPropsets& KeptPropsets() override { return PropsetsInState(); }
 
 private:
     struct CPropsetHandler;

@@ -35,6 +35,7 @@ protected:
     bool PixelOrRealWorldHeight_init(double& varToInit) override;
     bool ZoomoutFactor_init(double& varToInit) override;
     bool BrixPropset_init(const wchar_t* propsetKey, const AC_PARAMS& params, CBrixPropset& propset) override;
+    CBrixPropsets& KeptPropsets() override { return PropsetsInState(); }
 
 private:
     struct CPropsetHandler;
@@ -49,5 +50,6 @@ private:
     int32_t TileColIdx = 0;
     CDeepZoomTile* LastDeepZoomTileFetched = nullptr;
 };
+static_assert(sizeof(CMultiDimTile) == 48); // a slide has a million of these
 
 } // namespace CIA

@@ -26,17 +26,23 @@ struct ObjThatHasCoords::CState
     std::vector<std::unique_ptr<CCoordinate>> _OwnCoords;
     double _ZoomoutFactor = Unknown;
     bool DbgCoordsInitIsInProgress = false;
+    CBrixPropsets _Propsets;
 };
 
-ObjThatHasCoords::ObjThatHasCoords() = default;
-
-ObjThatHasCoords::~ObjThatHasCoords() = default;
-
-ObjThatHasCoords::CState& ObjThatHasCoords::State()
+void ObjThatHasCoords::CStateDeleter::operator()(CState* state) const
 {
-    if (!_State)
-        _State = std::make_unique<CState>();
+    std::default_delete<CState>()(state);
+}
+
+ObjThatHasCoords::CState& ObjThatHasCoords::MakeState()
+{
+    _State.reset(std::make_unique<CState>().release());
     return *_State;
+}
+
+CBrixPropsets& ObjThatHasCoords::PropsetsInState()
+{
+    return State()._Propsets;
 }
 
 CCoordinate* ObjThatHasCoords::Keep(std::unique_ptr<CCoordinate> coordinate)

@@ -1,4 +1,5 @@
 #pragma once
+#include "CommonImageAccess/BrixPropsetProvider.h"
 #include "CommonImageAccess/Coordinate.h"
 #include "CommonImageAccess/PixelRect.h"
 
@@ -14,8 +15,8 @@ namespace CIA
 class ObjThatHasCoords
 {
 public:
-    ObjThatHasCoords();
-    virtual ~ObjThatHasCoords();
+    ObjThatHasCoords() = default;
+    virtual ~ObjThatHasCoords() = default;
     ObjThatHasCoords(const ObjThatHasCoords&) = delete;
     ObjThatHasCoords& operator=(const ObjThatHasCoords&) = delete;
 
@@ -45,19 +46,27 @@ protected:
         return Keep(std::make_unique<CCoordinate>(std::forward<Arguments>(arguments)..., this));
     }
 
+    /// Room for the property sets of those that are asked for some.
+    CBrixPropsets& PropsetsInState();
+
 private:
     /// What the size operations of the derived class give: real-world size (true) or pixels (false). No field, since
     /// every tile would carry it.
     virtual bool IsRealWorldSizeOrPixelSizeAvailable() const = 0;
 
     struct CState;
-    CState& State();
+    struct CStateDeleter
+    {
+        void operator()(CState* state) const;
+    };
+    CState& State() { return _State ? *_State : MakeState(); }
+    CState& MakeState();
     CCoordinate* Keep(std::unique_ptr<CCoordinate> coordinate);
     uint32_t PixelSize(DimensionType::E type, bool (ObjThatHasCoords::*init)(double&), double realWorldSize);
     double RealWorldSize(DimensionType::E type, bool (ObjThatHasCoords::*init)(double&));
     CCoordinate& Coord(DimensionType::E type);
 
-    std::unique_ptr<CState> _State;
+    std::unique_ptr<CState, CStateDeleter> _State;
 };
 
 } // namespace CIA

@@ -26,6 +26,10 @@ protected:
         propset.AddInteger(L"build", NumOfBuilds);
         return ErrnoOfFailure == 0;
     }
+    CIA::CBrixPropsets& KeptPropsets() override { return _Propsets; }
+
+private:
+    CIA::CBrixPropsets _Propsets;
 };
 
 class Provider : public testing::Test

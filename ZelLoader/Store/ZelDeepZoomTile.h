@@ -44,5 +44,6 @@ private:
     const uint32_t _TileNumber;
     const uint32_t _Place;
 };
+static_assert(sizeof(CZelDeepZoomTile) == 56); // a slide has a million of these
 
 } // namespace Zel
