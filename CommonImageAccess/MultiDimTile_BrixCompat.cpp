@@ -55,8 +55,8 @@ bool CMultiDimTile::BrixPropset_AnalysisROIInfo(const AC_PARAMS& params, CBrixPr
         return RefuseParams("Invalid roi ID!");
     const CVectorGraphicsImage& image = images[id];
     propset.AddString(L"name", image.Name().c_str());
-    propset.AddString(L"type", image.ShapeType().c_str());
-    propset.AddString(L"shape", image.Shape().c_str());
+    propset.AddString(L"type", image.ShapeType());
+    propset.AddString(L"shape", image.Shape());
     propset.AddDouble(L"rotation", image.Rotation());
     propset.AddKey(L"data");
     const double zoomoutFactor = ZoomoutFactor();

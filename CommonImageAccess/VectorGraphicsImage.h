@@ -25,25 +25,25 @@ private:
 class CVectorGraphicsImage
 {
 public:
-    CVectorGraphicsImage(uint32_t id, std::wstring name, std::wstring shape, std::wstring shapeType,
+    /// `shape` and `shapeType` must live for ever: documents have a hundred thousand of these.
+    CVectorGraphicsImage(uint32_t id, std::wstring name, const wchar_t* shape, const wchar_t* shapeType,
                          std::vector<CVectorGraphicsPoint> points)
-        : _ID(id), _Name(std::move(name)), _Shape(std::move(shape)), _ShapeType(std::move(shapeType)),
-          _Points(std::move(points))
+        : _ID(id), _Name(std::move(name)), _Shape(shape), _ShapeType(shapeType), _Points(std::move(points))
     {
     }
 
     uint32_t ID() const { return _ID; } ///< its place in the image's list
     const std::wstring& Name() const { return _Name; }
-    const std::wstring& Shape() const { return _Shape; }         ///< "POLYGON", "ELLIPSE", "LINE" or "POINT"
-    const std::wstring& ShapeType() const { return _ShapeType; } ///< "CLIP", "LINE" or "POINT"
-    double Rotation() const { return 0.0; }                      ///< the points are turned already
+    const wchar_t* Shape() const { return _Shape; }         ///< "POLYGON", "ELLIPSE", "LINE" or "POINT"
+    const wchar_t* ShapeType() const { return _ShapeType; } ///< "CLIP", "LINE" or "POINT"
+    double Rotation() const { return 0.0; }                 ///< the points are turned already
     const std::vector<CVectorGraphicsPoint>& Points() const { return _Points; }
 
 private:
     uint32_t _ID;
     std::wstring _Name;
-    std::wstring _Shape;
-    std::wstring _ShapeType;
+    const wchar_t* _Shape;
+    const wchar_t* _ShapeType;
     std::vector<CVectorGraphicsPoint> _Points;
 };
 

@@ -87,11 +87,10 @@ bool CVectorGraphicsReader::VectorGraphicsImages_initFromBlob(CZelDataField& nod
     }
 }
 
-void CVectorGraphicsReader::AddImage(std::wstring name, std::wstring shape, std::wstring type,
-                                     const CShapePoints& points)
+void CVectorGraphicsReader::AddImage(std::wstring name, const CShapeClass& shapeClass, const CShapePoints& points)
 {
     const uint32_t id = ToUint32WithCheck(_Images.size());
-    _Images.emplace_back(id, std::move(name), std::move(shape), std::move(type), ReducedByPoint5(points));
+    _Images.emplace_back(id, std::move(name), shapeClass.Shape, shapeClass.Type, ReducedByPoint5(points));
 }
 
 bool CVectorGraphicsReader::ReadXmlBlob(const CZelDataFieldForBlob& blob)
@@ -129,10 +128,10 @@ void CVectorGraphicsReader::ReadEachXmlRoi(const pugi::xml_node& objectListNode)
         CXmlRoi roi;
         for (const pugi::xml_node& property : onlyChild.children())
             ReadXmlRoiProperty(property, roi);
-        if (roi.Type.empty() && roi.Shape.empty())
+        if (!roi.Class)
             continue;
         ModifyShapePointsAsPerBrixRequirements(roi.Points, roi.ShapeClass);
-        AddImage(std::move(roi.Name), std::move(roi.Shape), std::move(roi.Type), roi.Points);
+        AddImage(std::move(roi.Name), *roi.Class, roi.Points);
     }
 }
 
@@ -169,16 +168,14 @@ void CVectorGraphicsReader::ReadRoiTypeAndShape(CXmlRoi& roi)
         LogIgnored(roi.ShapeClass);
         return;
     }
-    const CShapeClass* shapeClass = FindShapeClass(roi.ShapeClass);
-    if (!shapeClass)
+    roi.Class = FindShapeClass(roi.ShapeClass);
+    if (!roi.Class)
     {
         ZEL_LOG("Warning: Ignoring the shape class '%s' as not clear how to map it to the required BRIX types and "
                 "shapes.",
                 roi.ShapeClass.c_str());
         oldAbortCommonUtil();
     }
-    roi.Type = shapeClass->Type;
-    roi.Shape = shapeClass->Shape;
 }
 
 bool CVectorGraphicsReader::VectorGraphicsImages_initFromBlobWithZelTags(CZelDataFieldForBlobWithZelTags& blobWithTags)
@@ -187,7 +184,11 @@ bool CVectorGraphicsReader::VectorGraphicsImages_initFromBlobWithZelTags(CZelDat
     if (blobWithTags.MeasObjMetaDatas().empty() && !_TagTree.ReadMeasureBlobWithZelTags(blobWithTags))
         return false;
     for (const auto& metaData : blobWithTags.MeasObjMetaDatas())
-        ReadTagRoi(*metaData);
+    {
+        // A view of its own: what is kept of it while the region is read would else be kept for all of them.
+        CZelImgDocMetaData region(metaData->DbgNode());
+        ReadTagRoi(region);
+    }
     return true;
 }
 
@@ -215,7 +216,7 @@ void CVectorGraphicsReader::ReadTagRoi(CZelImgDocMetaData& metaData)
         ZEL_LOG("Warning: Unexpected shapeClassValue '%s'! Ignoring it...", zelShapeClass.c_str());
         return;
     }
-    AddImage(roiName->Arr, shapeClass->Shape, shapeClass->Type, GetShapePointsOfTags(zelShapeClass, *volObject));
+    AddImage(roiName->Arr, *shapeClass, GetShapePointsOfTags(zelShapeClass, *volObject));
 }
 
 } // namespace Zel

@@ -14,6 +14,8 @@ namespace Zel
 using namespace CIA;
 using namespace CommonUtil;
 
+struct CShapeClass;
+
 /// Reads what users have drawn out of measurement blobs, which hold it as XML or as tag trees.
 class CVectorGraphicsReader
 {
@@ -35,8 +37,7 @@ private:
     {
         std::wstring Name;
         std::string ShapeClass;
-        std::wstring Type;
-        std::wstring Shape;
+        const CShapeClass* Class = nullptr; ///< null for a measurement that is no region
         CShapePoints Points;
         bool HasObjectType = false;
     };
@@ -50,7 +51,7 @@ private:
     bool VectorGraphicsImages_initFromBlobWithZelTags(CZelDataFieldForBlobWithZelTags& blobWithTags);
     void ReadTagRoi(CZelImgDocMetaData& metaData);
 
-    void AddImage(std::wstring name, std::wstring shape, std::wstring type, const CShapePoints& points);
+    void AddImage(std::wstring name, const CShapeClass& shapeClass, const CShapePoints& points);
 
     CBinaryFileReader& _Document;
     CZelTagTreeReader& _TagTree;
