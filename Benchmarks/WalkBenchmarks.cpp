@@ -6,6 +6,7 @@
 #include "Benchmarks/Slide.h"
 
 #include <memory>
+#include <mutex>
 #include <numeric>
 #include <unordered_map>
 
@@ -24,6 +25,33 @@ void Fill(CHeapObjects& objects, uint32_t count)
 {
     for (uint32_t number = 0; number < count; ++number)
         objects.emplace(number, std::make_unique<CHeapObject>());
+}
+
+double SecondsOfLookUps(const CHeapObjects& objects, uint32_t count)
+{
+    return SecondsOf(
+        [&]
+        {
+            for (uint32_t number = 0; number < count; ++number)
+                benchmark::DoNotOptimize(objects.find(number)->second.get());
+        });
+}
+
+/// Each look-up behind so many calls that hold the lock of a document for as long as they last.
+double SecondsOfLookUpsBehindLocks(const CHeapObjects& objects, uint32_t count, uint32_t numOfCalls)
+{
+    std::recursive_mutex mutex;
+    return SecondsOf(
+        [&]
+        {
+            for (uint32_t number = 0; number < count; ++number)
+            {
+                for (uint32_t call = 1; call < numOfCalls; ++call)
+                    const std::lock_guard lock(mutex);
+                const std::lock_guard lock(mutex);
+                benchmark::DoNotOptimize(objects.find(number)->second.get());
+            }
+        });
 }
 
 double SecondsOfWalk(const COpenDocument& document, uint32_t numOfTiles)
@@ -108,16 +136,21 @@ void EveryTileAgain(benchmark::State& state)
     CHeapObjects objects;
     Fill(objects, slide.NumOfTiles());
     const auto job = [&] { return SecondsOfWalk(open, slide.NumOfTiles()); };
-    const auto peer = [&]
-    {
-        return SecondsOf(
-            [&]
-            {
-                for (uint32_t number = 0; number < slide.NumOfTiles(); ++number)
-                    benchmark::DoNotOptimize(objects.find(number)->second.get());
-            });
-    };
+    const auto peer = [&] { return SecondsOfLookUps(objects, slide.NumOfTiles()); };
     Compare(state, {"look-ups in it", "ns/tile", PerItem(slide.NumOfTiles()), false, 2}, job, peer);
+}
+
+/// The same walk beside look-ups that lock as often as its requests must.
+void EveryTileAgainBesideLocks(benchmark::State& state)
+{
+    const CSlide& slide = CSlide::Of(state.range(0));
+    const COpenDocument open(slide.FileName());
+    SecondsOfWalk(open, slide.NumOfTiles());
+    CHeapObjects objects;
+    Fill(objects, slide.NumOfTiles());
+    const auto job = [&] { return SecondsOfWalk(open, slide.NumOfTiles()); };
+    const auto peer = [&] { return SecondsOfLookUpsBehindLocks(objects, slide.NumOfTiles(), 2); };
+    Compare(state, {"two recursive locks and a look-up", "ns/tile", PerItem(slide.NumOfTiles())}, job, peer);
 }
 
 /// Every tile in the order of the file, beside the walk by position above.
@@ -132,10 +165,25 @@ void EveryTileByNextImage(benchmark::State& state)
             peer);
 }
 
+/// The walk in the order of the file beside look-ups that lock as often as its requests must.
+void EveryTileByNextImageBesideLocks(benchmark::State& state)
+{
+    const CSlide& slide = CSlide::Of(state.range(0));
+    const COpenDocument open(slide.FileName());
+    SecondsOfWalk(open, slide.NumOfTiles());
+    CHeapObjects objects;
+    Fill(objects, slide.NumOfTiles());
+    const auto job = [&] { return SecondsOfWalkByNextImage(open, slide.NumOfTiles()); };
+    const auto peer = [&] { return SecondsOfLookUpsBehindLocks(objects, slide.NumOfTiles(), 1); };
+    Compare(state, {"a recursive lock and a look-up", "ns/tile", PerItem(slide.NumOfTiles())}, job, peer);
+}
+
 BENCHMARK(OpenToTheFirstTile)->Apply(Sizes)->Iterations(9);
 BENCHMARK(EveryTileFirstTime)->Apply(Sizes)->Iterations(7);
 BENCHMARK(EveryTileAgain)->Apply(Sizes)->Iterations(7);
+BENCHMARK(EveryTileAgainBesideLocks)->Apply(Sizes)->Iterations(7);
 BENCHMARK(EveryTileByNextImage)->Apply(Sizes)->Iterations(7);
+BENCHMARK(EveryTileByNextImageBesideLocks)->Apply(Sizes)->Iterations(7);
 
 } // namespace
 } // namespace Benchmarks
