@@ -121,7 +121,11 @@ int CCommandLine::Run(int argc, const char* const* argv)
     }
     catch (const CLI::ParseError& error)
     {
-        return _App->exit(error) == 0 ? static_cast<int>(ExitCode::Done) : static_cast<int>(ExitCode::WrongUsage);
+        if (error.get_exit_code() == 0) // help or version
+            return _App->exit(error);
+        const auto commands = _App->get_subcommands();
+        const std::string name = commands.empty() ? "zel" : "zel " + commands.front()->get_name();
+        return Refuse(std::string(error.what()) + "; '" + name + " --help' tells more", ExitCode::WrongUsage);
     }
     catch (const CHostError& error)
     {

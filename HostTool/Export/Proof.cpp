@@ -23,7 +23,7 @@ CProof::CProof(const std::filesystem::path& file, CColour background, unsigned j
     // A compression that is stored is nothing that the library has to know.
     TIFFSetWarningHandler(nullptr);
     TIFFSetErrorHandler(nullptr);
-    TIFF* tiff = TIFFOpen(file.c_str(), "r");
+    TIFF* tiff = TIFFOpen(file.c_str(), "rm");
     if (!tiff)
         Fail("it cannot be opened again");
     _File = std::make_unique<CHandle>(tiff);

@@ -57,10 +57,8 @@ public:
 
     bool Start(std::span<const uint8_t> bytes, std::span<const uint8_t> tables)
     {
-        _Errors.Message[0] = '\0';
         if (!_IsMade || setjmp(_Errors.Back))
             return false;
-        jpeg_abort_decompress(&_Jpeg); // what a former stream has left
         if (!tables.empty())
         {
             jpeg_mem_src(&_Jpeg, tables.data(), tables.size());
@@ -120,7 +118,7 @@ private:
 
 void DecodeJpeg(std::span<const uint8_t> bytes, std::span<const uint8_t> tables, const CPixelTarget& target)
 {
-    thread_local CDecompressor jpeg; // its tables and buffers are dear to make for each tile
+    CDecompressor jpeg; // of this tile only: another one would take the tables of the tile before where it has none
     if (!jpeg.Start(bytes, tables))
         Fail(jpeg);
     RequireSize(jpeg.Width(), jpeg.Height(), target);

@@ -257,6 +257,34 @@ TEST_F(ZelRegion, ShowsADamagedTileAsBackgroundAndSaysSo)
     EXPECT_NE(Picture("whole.png").At(150, 10, 0), 255);
 }
 
+/// Takes the segments of a kind out of a JPEG stream.
+void RemoveSegments(ByteString& stream, uint8_t marker)
+{
+    constexpr uint8_t startOfScan = 0xDA;
+    for (size_t at = 2; at + 3 < stream.size() && stream[at + 1] != startOfScan;)
+    {
+        const size_t size = size_t{2} + stream[at + 2] * size_t{256} + stream[at + 3];
+        if (stream[at + 1] == marker)
+            stream.erase(stream.begin() + static_cast<std::ptrdiff_t>(at),
+                         stream.begin() + static_cast<std::ptrdiff_t>(at + size));
+        else
+            at += size;
+    }
+}
+
+TEST_F(ZelRegion, TakesNoTablesOfTheTileBefore)
+{
+    constexpr uint8_t quantisationTables = 0xDB;
+    Document document;
+    document.With(
+        StackFromPicture(Drawn, Slide(StoreCompression::Jpeg, [](auto& o) { o.TileWidth = o.TileHeight = 64; }), 1));
+    RemoveSegments(document.Store(1).Tiles[1].Body, quantisationTables);
+    Write(document);
+    const auto result = TryToRun("region", "whole.png", {"--jobs", "1"});
+    EXPECT_EQ(result.ExitCode, 1);
+    EXPECT_THAT(result.Errors, HasSubstr("the first is level 0, column 1, row 0"));
+}
+
 CSlideOptions StripsOfTiffStore(uint32_t compression, uint32_t rows = 30)
 {
     return Slide(compression,

@@ -212,12 +212,13 @@ TEST_F(Zel, SaysInOneLineThatTheReaderEndsTheProcess)
 
 TEST_F(Zel, RefusesOptionsThatItDoesNotKnow)
 {
-    EXPECT_EQ(Run({"info", "slide.zel", "--colour"}).ExitCode, 2);
+    ExpectRefusal(Run({"info", "slide.zel", "--colour"}), 2, "--colour; 'zel info --help' tells more");
+    ExpectRefusal(Run({"info"}), 2, "FILE is required; 'zel info --help' tells more");
 }
 
 TEST_F(Zel, RefusesToRunWithoutACommand)
 {
-    EXPECT_EQ(Run({}).ExitCode, 2);
+    ExpectRefusal(Run({}), 2, "'zel --help' tells more");
 }
 
 TEST_F(Zel, HelpsOnRequest)
