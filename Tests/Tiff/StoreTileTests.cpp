@@ -65,6 +65,19 @@ TEST_F(TiffStoreTile, ForATooSmallBufferTellsItsSizeAndReadsNothing)
     EXPECT_EQ(read.Buffer, ByteString(255, 0xCC));
 }
 
+TEST_F(TiffStoreTile, HasTheJpegTablesOfTheDirectoryThatWasGoneToLast)
+{
+    const std::vector<ByteString> tables = {{0xFF, 0xD8, 0, 0xFF, 0xD9}, {0xFF, 0xD8, 1, 0xFF, 0xD9}};
+    const auto directory = [&](size_t level)
+    { return CTiffDirectory(16, 16).Compression(CompressionJpeg7).JpegTables(tables[level]); };
+    Open(StoreOf(Stack(1).Size(16, 16), {directory(0), directory(1)}));
+    // Telling a tile's size goes to its directory, also when the size is known from before.
+    for (const int level : {0, 1, 0, 1, 0})
+        EXPECT_EQ(RectOf(Tile(level, 0)).width, 16u);
+    const auto tablesOfFrame = Model().Frames().begin()->second->JpegTables();
+    EXPECT_EQ(ByteString(tablesOfFrame.Arr, tablesOfFrame.Arr + tablesOfFrame.Size), tables[0]);
+}
+
 TEST_F(TiffStoreTile, ThatIsStoredShorterIsFilledWithZeros)
 {
     const ByteString stored = {1, 2, 3, 4, 5};

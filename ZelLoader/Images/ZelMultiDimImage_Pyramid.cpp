@@ -138,11 +138,13 @@ uint32_t CZelMultiDimImage::TileHeightInDocument()
 
 uint32_t CZelMultiDimImage::TileWidthInTiffStore(CKorFile& korFile, uint32_t directory)
 {
+    korFile.GoToTiffDirectory(directory);
     return KeptFor(_TileWidthsByDirectory, directory, [&] { return TileWidth(korFile.TiffFilePtrSetTo(directory)); });
 }
 
 uint32_t CZelMultiDimImage::TileHeightInTiffStore(CKorFile& korFile, uint32_t directory)
 {
+    korFile.GoToTiffDirectory(directory);
     return KeptFor(_TileHeightsByDirectory, directory,
                    [&] { return TileHeight(korFile.TiffFilePtrSetTo(directory), StripHeightInStore); });
 }

@@ -178,6 +178,19 @@ uint16_t CKorFile::TiffIfdOf(uint32_t tileNumber) const
     return _IsOmeTiff ? _TiffPlaces[tileNumber].TiffIFD : 0;
 }
 
+TIFF* CKorFile::TiffFilePtr()
+{
+    return _TiffDirectory ? _AsTiff.SetDirectory(*_TiffDirectory) : _AsTiff.TiffFilePtr();
+}
+
+TIFF* CKorFile::TiffFilePtrSetTo(uint32_t directory)
+{
+    _TiffDirectory.reset(); // a directory that is not there is not tried again
+    TIFF* tif = _AsTiff.SetDirectory(directory);
+    _TiffDirectory = directory;
+    return tif;
+}
+
 TIFF* CKorFile::AssertedTiffFilePtr()
 {
     TIFF* tif = TiffFilePtr();

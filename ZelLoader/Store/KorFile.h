@@ -6,6 +6,7 @@
 #include "ZelLoader/Store/KorTileLevels.h"
 #include "ZelLoader/Store/TiffStoreReader.h"
 
+#include <optional>
 #include <vector>
 
 namespace Zel
@@ -42,11 +43,14 @@ public:
     /// The directory of a TIFF store that holds a tile; 0 in a binary store.
     uint16_t TiffIfdOf(uint32_t tileNumber) const;
 
-    /// A TIFF store as libtiff reads it; null when it does not.
-    TIFF* TiffFilePtr() { return _AsTiff.TiffFilePtr(); }
+    /// A TIFF store as libtiff reads it, standing on the directory that was gone to last; null when it is no TIFF.
+    TIFF* TiffFilePtr();
     TIFF* AssertedTiffFilePtr();
     /// The same, standing on a directory.
-    TIFF* TiffFilePtrSetTo(uint32_t directory) { return _AsTiff.SetDirectory(directory); }
+    TIFF* TiffFilePtrSetTo(uint32_t directory);
+    /// Goes to a directory that is there, when the handle is asked for next: what was read from it before is kept, but
+    /// tables and formats are those of the directory that was gone to last.
+    void GoToTiffDirectory(uint32_t directory) { _TiffDirectory = directory; }
 
 protected:
     bool ReadFileHeader() override;
@@ -71,6 +75,7 @@ private:
     CKorTileLevels _KorTileLevels;
     std::vector<CTiffPlace> _TiffPlaces; ///< of each record of a TIFF store
     CTiffImageDoc _AsTiff;
+    std::optional<uint32_t> _TiffDirectory;
 };
 
 } // namespace Zel
