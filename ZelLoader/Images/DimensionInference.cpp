@@ -104,17 +104,11 @@ void CDimensionInference::Put(DimensionType::E type, double firstPoint, double g
 void CDimensionInference::GetZDimDataFromDimChannel(CZelMetaDataForDimensionChannel& channel)
 {
     CZelMetaDataForImgZIncrement* increment = channel.ImgZIncrement();
-    const auto put = [this](double firstPoint, double gap)
-    {
-        if (_dimMetaDatas.contains(DimensionType::DimensionType_Z))
-            ZEL_LOG("Warning Z Dimention is already present");
-        Put(DimensionType::DimensionType_Z, firstPoint, gap);
-    };
     if (!channel.ImgZStart())
     {
         if (increment)
             ZEL_LOG("Warning : Start and Unit's are absent for Dimensition Z but Step is Present");
-        put(NoFirstPoint, 0);
+        Put(DimensionType::DimensionType_Z, NoFirstPoint, 0);
         return;
     }
     const std::wstring startUnits = TextOf(channel.ImgZStart()->ZUnit());
@@ -130,7 +124,9 @@ void CDimensionInference::GetZDimDataFromDimChannel(CZelMetaDataForDimensionChan
                 start);
     else
         step.Value = ConvertToBrixZDimUnits(step.Value, step.Units);
-    put(start, step.Value);
+    if (_dimMetaDatas.contains(DimensionType::DimensionType_Z))
+        ZEL_LOG("Warning Z Dimention is already present");
+    Put(DimensionType::DimensionType_Z, start, step.Value);
 }
 
 void CDimensionInference::GetTDimDataFromDimChannel(CZelMetaDataForDimensionChannel& channel)

@@ -281,6 +281,17 @@ TEST_F(DimensionTags, OfOneMeaningTwiceAreToldAndBreakARule)
     }
 }
 
+TEST_F(DimensionTags, OfOneMeaningTwiceAreNotToldWhereTheyHaveNoStart)
+{
+    for (const auto meaning : {DimensionMeaning::Z, DimensionMeaning::T, DimensionMeaning::Lambda})
+    {
+        const CStackDimension dimension = {.Meaning = meaning, .NumOfPoints = 1};
+        auto& image = ReadImage(With(dimension).Dimension(dimension));
+        EXPECT_THAT(MessagesOf([&] { EXPECT_FAILED_ASSERTION(image.Dimensions()); }),
+                    Not(Contains(HasSubstr("already"))));
+    }
+}
+
 TEST_F(DimensionTags, CannotBeAskedForBeforeTheyWereRead)
 {
     auto& order = ReadImage(Stack(1)).DimensionOrder();
