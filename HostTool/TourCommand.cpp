@@ -47,7 +47,16 @@ std::optional<uint64_t> FindAreaWithImage(const CGroup& group, const CLevelFacts
     const uint64_t middleRow = level.Grid.Cols == 1 ? (level.Grid.Rows - 1) / 2 : level.Grid.Rows / 2;
     const uint64_t middle = level.Grid.AreaID(level.Grid.Cols / 2, middleRow);
     const auto isStored = [&](uint64_t areaID)
-    { return group.Area(level.Level, areaID).PresenceAt(position) == Presence::Stored; };
+    {
+        try
+        {
+            return group.Area(level.Level, areaID).PresenceAt(position) == Presence::Stored;
+        }
+        catch (const CHostError&)
+        {
+            return false; // of several tiles in a directory of the document all but the first one fail
+        }
+    };
     for (uint64_t distance = 0; distance < numOfAreas; ++distance)
     {
         if (middle + distance < numOfAreas && isStored(middle + distance))

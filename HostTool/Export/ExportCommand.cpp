@@ -163,8 +163,7 @@ private:
     void AddFailures(const CTileFailures& failures, const std::string& what)
     {
         if (failures.Count() > 0)
-            _Failures.push_back(_Document.Path().string() + ": " + TextOfCount(failures.Count(), "tile") +
-                                " cannot be " + what + " and are background; the first is " + failures.First());
+            _Failures.push_back(_Document.Path().string() + ": " + failures.Text(what));
     }
 
     std::string OmeXml() const

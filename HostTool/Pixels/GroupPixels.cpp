@@ -151,20 +151,38 @@ void CGroupPixels::FindRowsOfStrips(CLevel& level) const
     }
 }
 
+bool CGroupPixels::HandsOutSecondTile() const
+{
+    const CLevel& finest = Level(0);
+    if (finest.Grid.Cols * finest.Grid.Rows < 2)
+        return true;
+    CPosition first;
+    first.Channel = _Channels.front().ID;
+    try
+    {
+        return _Group.Area(0, 1).Image(first).has_value();
+    }
+    catch (const CHostError&)
+    {
+        return false; // it fails for all but the first one of a directory of the document
+    }
+}
+
 void CGroupPixels::FindLimits()
 {
     const bool hasStrips =
         std::any_of(_Levels.begin(), _Levels.end(), [](const auto& level) { return level && level->IsInStrips(); });
-    const CLevel& finest = Level(0);
-    CPosition first;
-    first.Channel = _Channels.front().ID;
-    const bool hasSecondTile = finest.Grid.Cols * finest.Grid.Rows < 2 || _Group.Area(0, 1).Image(first).has_value();
+    const bool hasSecondTile = HandsOutSecondTile();
     if (!hasStrips && hasSecondTile)
         return;
     const StoreKind kind = StoreKindOf(_Document.Path(), _Group.Number());
-    if (!hasStrips && kind == StoreKind::Document && _Group.Area(0, 0).Image(first))
+    if (!hasSecondTile && kind == StoreKind::Document)
+    {
+        _HandsOutFirstTileOnly = true;
         _Limits.push_back(NameOfGroup(_Group) + ": its directories in the document have several tiles each, of which "
                                                 "the plug-in's interface hands out the first one only");
+        return;
+    }
     _HasStripsOfDocument = hasStrips && kind == StoreKind::Document;
     if (!hasStrips || kind != StoreKind::TiffStrips)
         return;
@@ -184,7 +202,7 @@ std::optional<CImage> CGroupPixels::FindImage(const CLevel& level, int64_t col, 
 {
     const auto area = level.AreaOf(col, row);
     const bool isLastRow = row - level.FirstRow == static_cast<int64_t>(level.Grid.Rows) - 1;
-    if (!area || (isLastRow && _LevelsWithoutLastRow.contains(level.Level)))
+    if (!area || (_HandsOutFirstTileOnly && *area != 0) || (isLastRow && _LevelsWithoutLastRow.contains(level.Level)))
         return std::nullopt;
     return _Group.Area(level.Level, *area).Image(position);
 }

@@ -69,6 +69,7 @@ private:
     CChannelPixels ChannelOf(const CArea& area, uint32_t id, std::optional<ValueKind> values) const;
     std::optional<CImage> AnyImage(uint32_t channel) const;
     void FindAxes();
+    bool HandsOutSecondTile() const;
     void FindLimits();
     void FindRowsOfStrips(CLevel& level) const;
 
@@ -80,6 +81,7 @@ private:
     std::vector<std::string> _Limits;
     std::set<int> _LevelsWithoutLastRow;
     bool _HasStripsOfDocument = false;
+    bool _HandsOutFirstTileOnly = false;
 };
 
 /// "group 0"

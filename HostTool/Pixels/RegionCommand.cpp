@@ -221,9 +221,7 @@ CRegionOutcome WriteRegion(const CDocument& document, const CRegionRequest& requ
         outcome.Line += ", " + std::to_string(maker.NumOfPictures()) + " pictures";
     if (const CTileFailures& failures = maker.Failures(); failures.Count() > 0)
     {
-        outcome.Remarks.push_back(document.Path().string() + ": " + std::to_string(failures.Count()) +
-                                  " tiles cannot be decoded and are shown as background; the first is " +
-                                  failures.First());
+        outcome.Remarks.push_back(document.Path().string() + ": " + failures.Text("decoded"));
         outcome.Code = ExitCode::BadFile;
     }
     return outcome;

@@ -39,6 +39,13 @@ void CTileFailures::Add(std::string line)
         _First = std::move(line);
 }
 
+std::string CTileFailures::Text(const std::string& what) const
+{
+    return Count() == 1
+               ? "1 tile cannot be " + what + " and is background: " + First()
+               : std::to_string(Count()) + " tiles cannot be " + what + " and are background; the first is " + First();
+}
+
 std::string NameOfTile(const CLevel& level, int64_t col, int64_t row, const CPosition& position)
 {
     // Columns and rows as 'zel tile' takes them: from the first that exists.

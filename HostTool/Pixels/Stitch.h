@@ -16,6 +16,8 @@ public:
     uint64_t Count() const { return _Count; }
     /// The first of them, "level 0, column 3, row 4, channel 0, ...: why"; empty without any.
     const std::string& First() const { return _First; }
+    /// "2 tiles cannot be read and are background; the first is level 0, ...: why"; `what` is "read".
+    std::string Text(const std::string& what) const;
 
 private:
     std::mutex _Mutex;

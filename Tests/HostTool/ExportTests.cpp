@@ -266,7 +266,7 @@ TEST_F(ZelExport, ProvesWhatIsThereBesideARawTileOfAnotherSize)
     Write(document);
     const auto result = TryToRun("export", "slide.ome.tif", {"--prove"});
     EXPECT_EQ(result.ExitCode, 1);
-    EXPECT_THAT(result.Errors, HasSubstr("1 tile cannot be read and are background"));
+    EXPECT_THAT(result.Errors, HasSubstr("1 tile cannot be read and is background"));
     EXPECT_THAT(result.Output, HasSubstr("read back; 2 tiles equal"));
 }
 
@@ -278,7 +278,7 @@ TEST_F(ZelExport, GoesOnBehindADamagedTile)
     Write(document);
     const auto result = TryToRun("export", "slide.ome.tif");
     EXPECT_EQ(result.ExitCode, 1);
-    EXPECT_THAT(result.Errors, HasSubstr("1 tile cannot be read and are background; the first is level 0, column 1"));
+    EXPECT_THAT(result.Errors, HasSubstr("1 tile cannot be read and is background: level 0, column 1"));
     EXPECT_EQ(Exported(0).At(100, 10, 0), 255);
     EXPECT_THAT(result.Output, HasSubstr("2 tiles as stored"));
 }

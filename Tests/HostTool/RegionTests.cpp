@@ -251,8 +251,7 @@ TEST_F(ZelRegion, ShowsADamagedTileAsBackgroundAndSaysSo)
     Write(document);
     const auto result = TryToRun("region", "whole.png");
     EXPECT_EQ(result.ExitCode, 1);
-    EXPECT_THAT(result.Errors, HasSubstr("1 tiles cannot be decoded and are shown as background; the first is level 0, "
-                                         "column 1, row 0"));
+    EXPECT_THAT(result.Errors, HasSubstr("1 tile cannot be decoded and is background: level 0, column 1, row 0"));
     EXPECT_EQ(Picture("whole.png").At(100, 10, 0), 255);
     EXPECT_NE(Picture("whole.png").At(150, 10, 0), 255);
 }
@@ -282,7 +281,7 @@ TEST_F(ZelRegion, TakesNoTablesOfTheTileBefore)
     Write(document);
     const auto result = TryToRun("region", "whole.png", {"--jobs", "1"});
     EXPECT_EQ(result.ExitCode, 1);
-    EXPECT_THAT(result.Errors, HasSubstr("the first is level 0, column 1, row 0"));
+    EXPECT_THAT(result.Errors, HasSubstr("1 tile cannot be decoded and is background: level 0, column 1, row 0"));
 }
 
 CSlideOptions StripsOfTiffStore(uint32_t compression, uint32_t rows = 30)
@@ -314,6 +313,14 @@ TEST_F(ZelRegion, FindsStripsOfJpegWhoseHeightTheInterfaceDoesNotTell)
     WriteSlide(StripsOfTiffStore(StoreCompression::Jpeg, 64));
     Run("region", "whole.tif");
     EXPECT_NEAR(Picture("whole.tif").At(150, 185, 0), Drawn.At(150, 185, 0), 2);
+}
+
+TEST_F(ZelRegion, SaysThatOfADirectoryTheFirstTileIsHandedOut)
+{
+    Write(Document().With(Stack(1).Size(128, 64).Tiles(64, 64).InDocument()).With(Stack(2).Size(128, 64)));
+    EXPECT_THAT(Run("region", "whole.tif").Errors, HasSubstr("hands out the first one only"));
+    EXPECT_EQ(Picture("whole.tif").At(100, 10, 0), 255);
+    EXPECT_EQ(Run("region", "other.tif", {"-g", "1"}).Errors, "");
 }
 
 TEST_F(ZelRegion, TakesNoColumnOfTilesForStripsOfAnotherGroup)
