@@ -89,11 +89,11 @@ CChannelPixels CGroupPixels::ChannelOf(const CArea& area, uint32_t id, std::opti
     CChannelPixels channel;
     channel.ID = id;
     const auto image = AnyImage(id);
-    const auto rawBytes = image ? image->BytesPerRawPixel() : std::nullopt;
+    const uint64_t rawBytes = image ? image->BytesPerRawPixel().value_or(0) : 0;
     // The facts of a raw channel without display limits cost a scan of all its pixels, so those of grey ones are told
     // by their size.
     const bool isPlainGrey = rawBytes == 1U || rawBytes == 2U || rawBytes == 4U || rawBytes == 8U;
-    uint64_t bytesPerPixel = rawBytes.value_or(1);
+    uint64_t bytesPerPixel = rawBytes;
     if (!isPlainGrey)
     {
         const CChannelFacts facts = ChannelFacts(area, id);
