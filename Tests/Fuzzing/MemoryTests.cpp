@@ -1,10 +1,14 @@
 #include "Fuzzing/Support/GuardedChild.h"
 #include "Fuzzing/Walk/FullWalk.h"
 #include "Tests/Fuzzing/ManyDocuments.h"
+#include "Tests/Support/ChildProcess.h"
 
 #include <fstream>
 #include <gtest/gtest.h>
 #include <unistd.h>
+#ifdef __SANITIZE_ADDRESS__
+#include <sanitizer/lsan_interface.h>
+#endif
 
 /// Documents that come and go leave nothing behind: no open file, and no memory, however many of them were broken.
 
@@ -48,5 +52,18 @@ TEST(OpeningAndClosing, TenThousandGoodAndBadDocumentsLeavesNothingBehind)
         EXPECT_LT(BytesInMemory(), bytesBefore + (1u << 20));
     }
 }
+
+#ifdef __SANITIZE_ADDRESS__
+/// Every test looks for leaks as it ends; this one holds the sanitizer to that.
+TEST(Leaks, AreFound)
+{
+    const auto leak = []
+    {
+        static_cast<void>(new int(1));
+        return __lsan_do_recoverable_leak_check();
+    };
+    EXPECT_EQ(TestSupport::RunInChild(leak), TestSupport::ExitedWith(1));
+}
+#endif
 
 } // namespace
