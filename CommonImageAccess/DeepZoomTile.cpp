@@ -72,13 +72,16 @@ bool CDeepZoomTile::ZoomoutFactor_init(double& varToInit)
 
 bool CDeepZoomTile::PartialTileNeedsToBeRead(const CPixelRect& r)
 {
-    if (r.Width() == 0 || r.Height() == 0)
-    {
-        ZEL_ASSERT(r.X() == 0 && r.Y() == 0 && r.Width() == 0 && r.Height() == 0);
+    if (r.IsAllZero())
         return false;
-    }
+    ZEL_ASSERT(r.Width() != 0 && r.Height() != 0);
     const bool isWholeTile = r.X() == 0 && r.Y() == 0 && r.Width() == PixelWidth() && r.Height() == PixelHeight();
     return !isWholeTile;
+}
+
+bool CDeepZoomTile::IsWithinTile(const CPixelRect& r)
+{
+    return uint64_t{r.X()} + r.Width() <= PixelWidth() && uint64_t{r.Y()} + r.Height() <= PixelHeight();
 }
 
 bool CDeepZoomTile::PixelBuf(CByteArray& buf, const CPixelRect& r)
@@ -89,8 +92,7 @@ bool CDeepZoomTile::PixelBuf(CByteArray& buf, const CPixelRect& r)
         errno = EINVAL;
         return false;
     }
-    ZEL_ASSERT(uint64_t{r.X()} + r.Width() <= PixelWidth());
-    ZEL_ASSERT(uint64_t{r.Y()} + r.Height() <= PixelHeight());
+    ZEL_ASSERT(IsWithinTile(r));
     return PixelBuf_rValidated(buf, r);
 }
 

@@ -60,6 +60,8 @@ protected:
     bool ZoomoutFactor_init(double& varToInit) override;
     bool BrixPropset_init(const wchar_t* propsetKey, const AC_PARAMS& params, CBrixPropset& propset) override;
     CBrixPropsets& KeptPropsets() override { return PropsetsInState(); }
+    /// True when `r` does not reach beyond the tile. An exception where the tile's size cannot be found out.
+    virtual bool IsWithinTile(const CPixelRect& r);
     /// PixelBuf with a rectangle that lies within the tile.
     virtual bool PixelBuf_rValidated(CByteArray& buf, const CPixelRect& r) = 0;
 

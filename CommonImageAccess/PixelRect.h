@@ -20,6 +20,8 @@ public:
     uint32_t Y() const { return Checked(_Y); }
     uint32_t Width() const { return Checked(_Width); }
     uint32_t Height() const { return Checked(_Height); }
+    /// Stands for the whole of something, whatever its size.
+    bool IsAllZero() const { return (_X | _Y | _Width | _Height) == 0; }
 
 private:
     static uint32_t Checked(uint64_t number)

@@ -34,18 +34,14 @@ CFrame& FrameOf(const CFrameIdx& idx, CMultiDimImage& image)
 
 CZelDeepZoomTile::CZelDeepZoomTile(const CKorTile& metaData, uint32_t tileNumber, uint32_t place, CZelFrame& frame,
                                    CDeepZoomPyramidLevel& level)
-    : CDeepZoomTile(frame, level, metaData.Idx.ColIdx, metaData.Idx.RowIdx), _TileNumber(tileNumber), _Place(place)
+    : CDeepZoomTile(frame, level, metaData.Idx.ColIdx, metaData.Idx.RowIdx), _TileNumber(tileNumber), _Place(place),
+      _BlockSize(metaData.BlockSize), _BlockOffset(metaData.BlockOffset)
 {
 }
 
 CKorFile& CZelDeepZoomTile::KorFile() const
 {
     return static_cast<CZelFrame&>(ParentFrame()).ParentZelImage().OpenedKorFile();
-}
-
-const CKorTile& CZelDeepZoomTile::MetaData() const
-{
-    return KorFile().KorTiles()[_TileNumber];
 }
 
 CDeepZoomTile* CZelDeepZoomTile::NextTileOnDisk()
@@ -74,6 +70,13 @@ CDeepZoomTile* CZelDeepZoomTile::FindNextTileOnDisk()
     return nullptr;
 }
 
+bool CZelDeepZoomTile::IsWithinTile(const CPixelRect& r)
+{
+    // The whole of a tile needs no look at its size, save in a TIFF: where that has none, its bytes are not read
+    // either.
+    return (r.IsAllZero() && !KorFile().IsOmeType()) || CDeepZoomTile::IsWithinTile(r);
+}
+
 bool CZelDeepZoomTile::PixelBuf_rValidated(CByteArray& buf, const CPixelRect& r)
 {
     const bool isPart = PartialTileNeedsToBeRead(r);
@@ -88,11 +91,12 @@ bool CZelDeepZoomTile::PixelBuf_rValidated(CByteArray& buf, const CPixelRect& r)
 
 bool CZelDeepZoomTile::ReadWholeTile(CByteArray& buf)
 {
+    errno = 0; // a read that fails has no reason, whatever failed before it
     const uint32_t sizeOffered = buf.Size;
-    buf.Size = MetaData().BlockSize;
+    buf.Size = _BlockSize;
     if (!buf.Arr || buf.Size > sizeOffered)
         return true;
-    return KorFile().ReadData(buf.Arr, buf.Size, MetaData().BlockOffset);
+    return KorFile().ReadData(buf.Arr, buf.Size, _BlockOffset);
 }
 
 uint32_t CZelDeepZoomTile::NumOfBytesPerPixel()
@@ -114,8 +118,8 @@ bool CZelDeepZoomTile::ReadPartOfTile(CByteArray& buf, const CPixelRect& r)
     if (!buf.Arr || buf.Size > sizeOffered)
         return true;
     uint64_t end = 0; // of the rows in the file: no sum on the way there may wrap
-    const uint64_t firstByte = MetaData().BlockOffset + r.X() * b;
-    ZEL_ASSERT(firstByte >= MetaData().BlockOffset);
+    const uint64_t firstByte = _BlockOffset + r.X() * b;
+    ZEL_ASSERT(firstByte >= _BlockOffset);
     ZEL_ASSERT(!__builtin_mul_overflow(sizeOfTileRow, uint64_t{r.Y()} + r.Height(), &end) &&
                !__builtin_add_overflow(end, firstByte, &end));
     uint64_t offset = firstByte + sizeOfTileRow * r.Y();

@@ -21,16 +21,16 @@ public:
 
     uint32_t TileNumber() const { return _TileNumber; }
     uint32_t Place() const { return _Place; }
-    uint64_t BlockOffset() const { return MetaData().BlockOffset; } ///< of its bytes in a binary store
+    uint64_t BlockOffset() const { return _BlockOffset; } ///< of its bytes in a binary store
     CDeepZoomTile* NextTileOnDisk() override;
 
 protected:
+    bool IsWithinTile(const CPixelRect& r) override;
     bool PixelBuf_rValidated(CByteArray& buf, const CPixelRect& r) override;
 
 private:
     CDeepZoomTile* FindNextTileOnDisk();
     CKorFile& KorFile() const;
-    const CKorTile& MetaData() const;
     bool ReadWholeTile(CByteArray& buf);
     bool ReadPartOfTile(CByteArray& buf, const CPixelRect& r);
     uint32_t NumOfBytesPerPixel();
@@ -43,7 +43,10 @@ private:
 
     const uint32_t _TileNumber;
     const uint32_t _Place;
+    // As the record has them: with a million records in memory, fetching the tile's own costs a good part of its bytes.
+    const uint32_t _BlockSize;
+    const uint64_t _BlockOffset;
 };
-static_assert(sizeof(CZelDeepZoomTile) == 56); // a slide has a million of these
+static_assert(sizeof(CZelDeepZoomTile) == 72); // a slide has a million of these
 
 } // namespace Zel

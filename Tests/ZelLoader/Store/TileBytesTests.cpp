@@ -103,6 +103,20 @@ TEST_F(BytesOfATile, HaveNoSizeForAHostWhenTheyCannotBeRead)
     EXPECT_EQ(size, 0u);
 }
 
+TEST_F(BytesOfATile, FailWithoutTheReasonOfWhatFailedBefore)
+{
+    Document document;
+    document.With(Small());
+    document.Store(1).Tiles.back().Offset = 1u << 30;
+    Open(std::move(document));
+    const AC_HIMAGE image = Tile(0, 1);
+    CMN_RECT whole = {};
+    ByteString buffer(64);
+    UINT64 size = 0;
+    errno = ENOENT;
+    EXPECT_EQ(_AC_GetImageBody(image, &whole, buffer.data(), UINT64{64}, &size), AC_RESULT_FAILURE);
+}
+
 TEST_F(BytesOfATile, MayBeThoseOfAnHeader)
 {
     Document document;
