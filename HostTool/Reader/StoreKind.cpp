@@ -14,7 +14,7 @@ StoreKind KindOf(Zel::CKorFile& store)
 {
     if (!store.IsOmeType())
         return StoreKind::BinaryStore;
-    const bool isTiled = store.KorTiles().empty() || TIFFIsTiled(store.TiffFilePtrSetTo(store.TiffIfdOf(0)));
+    const bool isTiled = store.KorTiles().Size() == 0 || TIFFIsTiled(store.TiffFilePtrSetTo(store.TiffIfdOf(0)));
     return isTiled ? StoreKind::TiffTiles : StoreKind::TiffStrips;
 }
 

@@ -82,10 +82,14 @@ void CGroupIndex::ReadBinaryStore(Zel::CZelMultiDimImage& image)
     const Zel::CKorFile& store = *image.KorFile();
     _File = ToUtf8(store.FileName());
     _SizeOfFile = store.FileSize();
-    _Records.reserve(store.KorTiles().size());
-    for (const Zel::CKorTile& tile : store.KorTiles())
+    const uint32_t numOfTiles = store.KorTiles().Size();
+    _Records.reserve(numOfTiles);
+    for (uint32_t number = 0; number < numOfTiles; ++number)
+    {
+        const Zel::CKorTile tile = store.KorTiles()[number];
         _Records.push_back({tile.Idx.PIdx, tile.Idx.ColIdx, tile.Idx.RowIdx, PositionOf(tile.Idx.FrameIdx()),
                             tile.BlockOffset, tile.BlockSize, 0});
+    }
 }
 
 void CGroupIndex::ReadTiffStore(Zel::CZelMultiDimImage& image)
@@ -94,11 +98,10 @@ void CGroupIndex::ReadTiffStore(Zel::CZelMultiDimImage& image)
     _File = ToUtf8(store.FileName());
     _SizeOfFile = store.FileSize();
     _IsTiff = true;
-    for (uint32_t i = 0; i < store.KorTiles().size(); ++i)
+    for (uint32_t i = 0; i < store.KorTiles().Size(); ++i)
     {
-        const Zel::CKorTile& tile = store.KorTiles()[i];
-        CTileRecord record{tile.Idx.PIdx,     tile.Idx.ColIdx, tile.Idx.RowIdx, PositionOf(tile.Idx.FrameIdx()), 0, 0,
-                           store.TiffIfdOf(i)};
+        const Zel::CDecompressedKorTileIdx idx = store.KorTiles().Idx(i);
+        CTileRecord record{idx.PIdx, idx.ColIdx, idx.RowIdx, PositionOf(idx.FrameIdx()), 0, 0, store.TiffIfdOf(i)};
         TIFF* tif = store.TiffFilePtrSetTo(record.Directory);
         if (record.Col >= 0 && record.Row >= 0)
             SetPlace(record, tif, static_cast<uint64_t>(record.Row) * NumOfTilesAcross(tif) + record.Col);

@@ -94,9 +94,12 @@ std::vector<Record> TiffSlide::Records() const
 {
     const Zel::CKorFile& korFile = Model().OpenedKorFile();
     std::vector<Record> records;
-    for (const Zel::CKorTile& tile : korFile.KorTiles())
-        records.push_back({tile.Idx.ColIdx, tile.Idx.RowIdx, tile.Idx.ZIdx, tile.Idx.TIdx, tile.Idx.CIdx, tile.Idx.LIdx,
-                           tile.Idx.PIdx, korFile.TiffIfdOf(static_cast<uint32_t>(records.size()))});
+    for (uint32_t number = 0; number < korFile.KorTiles().Size(); ++number)
+    {
+        const Zel::CDecompressedKorTileIdx idx = korFile.KorTiles().Idx(number);
+        records.push_back(
+            {idx.ColIdx, idx.RowIdx, idx.ZIdx, idx.TIdx, idx.CIdx, idx.LIdx, idx.PIdx, korFile.TiffIfdOf(number)});
+    }
     return records;
 }
 

@@ -110,7 +110,7 @@ uint64_t CZelMultiDimImage::MaxNumOfFrames()
     if (!UsesKorFile())
         return _IsKorFileMissing ? std::numeric_limits<uint64_t>::max() : _MetaData.ImgFrames()->size();
     CKorFile* korFile = KorFile();
-    return korFile ? korFile->KorTiles().size() + _MetaData.ImgFrames()->size() : 0;
+    return korFile ? korFile->KorTiles().Size() + _MetaData.ImgFrames()->size() : 0;
 }
 
 CFrame* CZelMultiDimImage::NextFrameOnDisk(uint32_t idxOfTiffIfd)

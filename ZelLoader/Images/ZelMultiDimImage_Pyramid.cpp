@@ -72,8 +72,8 @@ bool CZelMultiDimImage::DeepZoomPyramidLevels_init(std::vector<std::unique_ptr<C
     CKorFile* korFile = KorFile();
     if (!korFile)
         ThrowWithErrno(EACCES, "KOR File is open in some other process in write mode.");
-    const std::vector<CKorTile>& tiles = korFile->KorTiles();
-    ZEL_ASSERT(!tiles.empty());
+    const CKorTiles& tiles = korFile->KorTiles();
+    ZEL_ASSERT(tiles.Size() > 0);
     const std::vector<CKorTileLevel>& levels = korFile->KorTileLevels().Levels();
     for (size_t i = 0; i < levels.size(); ++i)
     {
@@ -87,7 +87,7 @@ bool CZelMultiDimImage::DeepZoomPyramidLevels_init(std::vector<std::unique_ptr<C
         for (uint32_t missing = levels[i].Level + 1; missing < levels[i + 1].Level; ++missing)
             varToInit.push_back(nullptr);
     }
-    ZEL_ASSERT(varToInit.size() == uint64_t{tiles.back().Idx.PIdx} + 1);
+    ZEL_ASSERT(varToInit.size() == uint64_t{tiles.Runs().back().FirstIdx.PIdx} + 1);
     return true;
 }
 

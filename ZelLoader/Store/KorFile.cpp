@@ -1,6 +1,5 @@
 #include "ZelLoader/Store/KorFile.h"
 
-#include "CommonUtil/LargeMemory.h"
 #include "CommonUtil/Log.h"
 #include "CommonUtil/Numbers.h"
 #include "ZelLoader/Images/ZelMultiDimImage.h"
@@ -24,7 +23,7 @@ const std::vector<std::wstring>& ExpectedExtensions()
 
 /// Column, row and pyramid level: what every record tells beside the dimensions of its stack.
 constexpr uint32_t NumOfElesBesideDims = 3;
-constexpr size_t BytesReadAtOnce = size_t{1} << 17;
+constexpr size_t BytesReadAtOnce = size_t{1} << 17; ///< they stay in the cache nearest to the processor but one
 
 } // namespace
 
@@ -51,7 +50,8 @@ bool CKorFile::ReadFileMetaData()
 bool CKorFile::ReadTiffStore()
 {
     CTiffStoreReader(FileName(), FileSize(), _AsTiff.SetDirectory(0)).Read(_KorTiles, _TiffPlaces);
-    _KorTileLevels.Add(_KorTiles);
+    for (const CKorTileRun& run : _KorTiles.Runs())
+        _KorTileLevels.AddRun(run.FirstIdx, run.Length);
     errno = 0;
     return true;
 }
@@ -103,29 +103,32 @@ bool CKorFile::ReadUsedChunks()
     const CKorRecordLayout layout(indexesToCopyTo);
     // The list's extent comes before its allocation: a count alone allocates nothing.
     ZEL_ASSERT(numOfChunks <= (FileSize() - GetCurrentOffset()) / layout.SizeOfRecord());
-    _KorTiles.reserve(numOfChunks);
-    ExpectToFill(_KorTiles.data(), numOfChunks * sizeof(CKorTile));
-    const size_t numOfRecordsAtOnce = std::max<size_t>(BytesReadAtOnce / layout.SizeOfRecord(), 1);
-    std::vector<Byte> block(std::min<size_t>(numOfRecordsAtOnce, numOfChunks) * layout.SizeOfRecord());
-    while (_KorTiles.size() < numOfChunks)
+    _KorTiles.ReserveBlocks(numOfChunks);
+    const auto numOfRecordsAtOnce =
+        std::min(numOfChunks, static_cast<uint32_t>(std::max<size_t>(BytesReadAtOnce / layout.SizeOfRecord(), 1)));
+    std::vector<Byte> block(numOfRecordsAtOnce * layout.SizeOfRecord());
+    while (_KorTiles.Size() < numOfChunks)
     {
-        const size_t numOfRecords = std::min<size_t>(numOfRecordsAtOnce, numOfChunks - _KorTiles.size());
+        const uint32_t numOfRecords = std::min(numOfRecordsAtOnce, numOfChunks - _KorTiles.Size());
         ZEL_ASSERT(ReadData(block.data(), ToUint32WithCheck(numOfRecords * layout.SizeOfRecord())));
         TakeRecords(layout, block.data(), numOfRecords);
     }
     return ValidateImgDimCountAgainstMaxTileIndexes();
 }
 
-void CKorFile::TakeRecords(const CKorRecordLayout& layout, const Byte* records, size_t numOfRecords)
+void CKorFile::TakeRecords(const CKorRecordLayout& layout, const Byte* records, uint32_t numOfRecords)
 {
-    const size_t numOfTilesBefore = _KorTiles.size();
-    for (size_t i = 0; i < numOfRecords; ++i, records += layout.SizeOfRecord())
+    while (numOfRecords > 0)
     {
         ZEL_ASSERT(layout.HasAllElements(records));
         ZEL_ASSERT(!layout.DropsWhatItMustNot());
-        _KorTiles.push_back(layout.TileOf(records));
+        const CDecompressedKorTileIdx first = layout.IdxOf(records);
+        const uint32_t length = layout.LengthOfRun(records, numOfRecords);
+        _KorTiles.AddRun(first, length, records + layout.OffsetOfBlock(), layout.SizeOfRecord());
+        _KorTileLevels.AddRun(first, length);
+        records += length * layout.SizeOfRecord();
+        numOfRecords -= length;
     }
-    _KorTileLevels.Add(std::span(_KorTiles).subspan(numOfTilesBefore)); // while they are in the processor's cache
 }
 
 uint32_t CKorFile::MaxIdxOf(DimensionType::E type) const

@@ -2,8 +2,8 @@
 #include "CommonImageAccess/ImgDocFileUnit.h"
 #include "CommonImageAccess/TiffAccess.h"
 #include "ZelLoader/Store/KorHeaders.h"
-#include "ZelLoader/Store/KorTile.h"
 #include "ZelLoader/Store/KorTileLevels.h"
+#include "ZelLoader/Store/KorTiles.h"
 #include "ZelLoader/Store/TiffStoreReader.h"
 
 #include <optional>
@@ -29,15 +29,15 @@ public:
     const CKorAdditionalHeader& AdditionalHeader() const { return KorAdditionalHeader; }
     uint32_t TilePixelWidth() const { return KorAdditionalHeader.TilePixelWidth(); }
     uint32_t TilePixelHeight() const { return KorAdditionalHeader.TilePixelHeight(); }
-    /// Every tile record, in file order. The records do not move while the store is open.
-    const std::vector<CKorTile>& KorTiles() const { return _KorTiles; }
+    /// Every tile record, in file order.
+    const CKorTiles& KorTiles() const { return _KorTiles; }
     /// What they say together.
     const CKorTileLevels& KorTileLevels() const { return _KorTileLevels; }
     /// The number of the record behind this one in the walk over the file; the number of records when there is none.
     uint32_t NextTileOnDisk(uint32_t tileNumber) const
     {
         if (_IsOmeTiff && _TiffPlaces[tileNumber].IsLastOfPosition)
-            return static_cast<uint32_t>(_KorTiles.size());
+            return _KorTiles.Size();
         return tileNumber + 1;
     }
     /// The directory of a TIFF store that holds a tile; 0 in a binary store.
@@ -62,7 +62,7 @@ private:
     uint32_t ExpectedNumOfElesInKorTileIdx();
     std::vector<uint32_t> IndexesInDecompressedKorTileIdxToCopyTo();
     bool ReadUsedChunks();
-    void TakeRecords(const CKorRecordLayout& layout, const Byte* records, size_t numOfRecords);
+    void TakeRecords(const CKorRecordLayout& layout, const Byte* records, uint32_t numOfRecords);
     bool ValidateImgDimCountAgainstMaxTileIndexes();
     uint32_t MaxIdxOf(DimensionType::E type) const;
     void LogDimCountThatDoesNotFit(DimensionType::E type, uint32_t numOfPoints, uint32_t maxIdx);
@@ -71,7 +71,7 @@ private:
     CZelMultiDimImage& MultiDimImg;
     CKorVolumeHeader KorVolumeHeader;
     CKorAdditionalHeader KorAdditionalHeader;
-    std::vector<CKorTile> _KorTiles;
+    CKorTiles _KorTiles;
     CKorTileLevels _KorTileLevels;
     std::vector<CTiffPlace> _TiffPlaces; ///< of each record of a TIFF store
     CTiffImageDoc _AsTiff;

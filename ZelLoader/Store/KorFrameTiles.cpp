@@ -6,7 +6,8 @@
 #include "ZelLoader/Store/ZelDeepZoomTile.h"
 
 #include <algorithm>
-#include <tuple>
+#include <compare>
+#include <numeric>
 
 namespace Zel
 {
@@ -15,10 +16,44 @@ namespace
 {
 
 /// The order of a frame's table: levels stand together, and rows within them, as nearly every file stores them.
-auto PlaceOf(const CDecompressedKorTileIdx& idx)
+struct CPlace
 {
-    return std::tie(idx.PIdx, idx.RowIdx, idx.ColIdx);
+    uint32_t Level;
+    int32_t Row;
+    int32_t Col;
+
+    auto operator<=>(const CPlace&) const = default;
+};
+
+CPlace PlaceOf(const CDecompressedKorTileIdx& idx)
+{
+    return {idx.PIdx, idx.RowIdx, idx.ColIdx};
 }
+
+/// A record and its place in the order of a frame's table, as two numbers that are quickly compared; of one place the
+/// first record in the file comes first.
+class CSortedTile
+{
+public:
+    CSortedTile(const CDecompressedKorTileIdx& idx, uint32_t number)
+        : _levelAndRow(uint64_t{idx.PIdx} << 32 | Biased(idx.RowIdx)),
+          _colAndNumber(uint64_t{Biased(idx.ColIdx)} << 32 | number)
+    {
+    }
+    auto operator<=>(const CSortedTile&) const = default;
+    bool IsAtPlaceOf(const CSortedTile& other) const
+    {
+        return _levelAndRow == other._levelAndRow && _colAndNumber >> 32 == other._colAndNumber >> 32;
+    }
+    uint32_t Number() const { return static_cast<uint32_t>(_colAndNumber); }
+
+private:
+    /// In the order of numbers with a sign.
+    static uint32_t Biased(int32_t number) { return static_cast<uint32_t>(number) ^ 0x80000000; }
+
+    uint64_t _levelAndRow;
+    uint64_t _colAndNumber;
+};
 
 /// A level's part of a frame's table.
 struct CLevelOfFrame
@@ -32,11 +67,14 @@ struct CLevelOfFrame
     {
     }
     int64_t NumOfCols() const { return int64_t{Extent.GreatestCol} - Extent.SmallestCol + 1; }
+    int64_t NumOfRows() const { return int64_t{Extent.GreatestRow} - Extent.SmallestRow + 1; }
+    int64_t NumOfTiles() const { return static_cast<int64_t>(Last - First); }
 
     uint32_t Level;
     size_t First;
     size_t Last;
     CTileExtent Extent;
+    bool LacksNoTile = false; ///< each position of the extent has one
 };
 
 class CTilesOfRecords : public CKorFrameTiles
@@ -52,6 +90,9 @@ public:
         else
             for (size_t place = 0; place < _TileNumbers.Size(); ++place)
                 AddToLevel(place);
+        for (CLevelOfFrame& level : _Levels) // a product of columns and rows might not fit into 64 bits
+            level.LacksNoTile = level.NumOfTiles() % level.NumOfCols() == 0 &&
+                                level.NumOfTiles() / level.NumOfCols() == level.NumOfRows();
     }
 
     uint64_t Size() const override { return _TileNumbers.Size(); }
@@ -63,7 +104,7 @@ public:
     bool LieInTheirMatrixes() const;
 
 private:
-    const CDecompressedKorTileIdx& IdxAt(size_t place) const { return _KorTiles[_TileNumbers[place]].Idx; }
+    CDecompressedKorTileIdx IdxAt(size_t place) const { return _KorTiles.Idx(_TileNumbers[place]); }
     void AddToLevel(size_t place);
     const CLevelOfFrame* FindLevel(uint32_t level) const;
     bool FindPlace(const CLevelOfFrame& level, const CDeepZoomTileIdx& idx, size_t& place) const;
@@ -77,7 +118,7 @@ private:
 
     CZelFrame& _Frame;
     const CKorFile& _KorFile;
-    const std::vector<CKorTile>& _KorTiles;
+    const CKorTiles& _KorTiles;
     const CKorTileNumbers _TileNumbers;
     std::vector<CLevelOfFrame> _Levels;
     CPagedObjects<CZelDeepZoomTile> _Tiles; ///< by place in the table
@@ -85,7 +126,7 @@ private:
 
 void CTilesOfRecords::AddToLevel(size_t place)
 {
-    const CDecompressedKorTileIdx& idx = IdxAt(place);
+    const CDecompressedKorTileIdx idx = IdxAt(place);
     if (_Levels.empty() || _Levels.back().Level != idx.PIdx)
         _Levels.emplace_back(idx, place);
     CLevelOfFrame& level = _Levels.back();
@@ -127,14 +168,13 @@ bool CTilesOfRecords::FindPlace(const CLevelOfFrame& level, const CDeepZoomTileI
     const int64_t numOfCols = level.NumOfCols();
     const int64_t col = int64_t{idx._TileColIdx} - level.Extent.SmallestCol;
     const int64_t row = int64_t{idx._TileRowIdx} - level.Extent.SmallestRow;
-    if (col < 0 || row < 0 || col >= numOfCols)
+    if (col < 0 || row < 0 || col >= numOfCols || row >= level.NumOfRows())
         return false;
-    // Where no tile is missing, the place follows from the position.
-    const auto numOfTiles = static_cast<int64_t>(level.Last - level.First);
-    if (row < numOfTiles && row * numOfCols + col < numOfTiles)
+    // Where no tile is missing, the place follows from the position, and it mostly does before the first that is.
+    if (row < level.NumOfTiles() && row * numOfCols + col < level.NumOfTiles())
     {
         place = level.First + static_cast<size_t>(row * numOfCols + col);
-        if (IdxAt(place).TileIdx() == idx)
+        if (level.LacksNoTile || IdxAt(place).TileIdx() == idx)
             return true;
     }
     return FindPlaceBySearch(level, idx, place);
@@ -158,9 +198,9 @@ bool CTilesOfRecords::FindPlaceBySearch(const CLevelOfFrame& level, const CDeepZ
 
 CZelDeepZoomTile& CTilesOfRecords::MakeTileAt(uint32_t place)
 {
-    const uint32_t tileNumber = _TileNumbers[place];
-    CDeepZoomPyramidLevel& level = *_Frame.ParentMultiDimImg().DeepZoomPyramidLevels()[_KorTiles[tileNumber].Idx.PIdx];
-    return _Tiles.Emplace(place, _KorTiles[tileNumber], tileNumber, place, _Frame, level);
+    const CDeepZoomTileIdx idx = IdxAt(place).TileIdx();
+    CDeepZoomPyramidLevel& level = *_Frame.ParentMultiDimImg().DeepZoomPyramidLevels()[idx._PyramidLevelIdx];
+    return _Tiles.Emplace(place, _KorTiles, _TileNumbers[place], idx, place, _Frame, level);
 }
 
 CDeepZoomTile* CTilesOfRecords::Find(const CDeepZoomTileIdx& idx)
@@ -214,22 +254,50 @@ bool CKorTilesByFrame::CanTheListBeATable(uint64_t numOfFrames, const CKorTileLe
 
 void CKorTilesByFrame::MakeTable(uint64_t numOfFrames)
 {
-    _TileNumbers.resize(_KorTiles.size());
-    _FirstOfFrame.assign(numOfFrames + 1, 0);
-    for (const CKorTile& tile : _KorTiles)
+    CountTilesOfFrames(numOfFrames);
+    const std::vector<bool> isSorted = FillTable(numOfFrames);
+    _NumOfTiles.resize(numOfFrames);
+    for (uint64_t frame = 0; frame < numOfFrames; ++frame)
     {
-        const uint64_t frameNumber = FrameNumber(tile.Idx.FrameIdx());
+        _NumOfTiles[frame] = _FirstOfFrame[frame + 1] - _FirstOfFrame[frame];
+        if (!isSorted[frame])
+            SortTilesOf(frame);
+    }
+}
+
+void CKorTilesByFrame::CountTilesOfFrames(uint64_t numOfFrames)
+{
+    _FirstOfFrame.assign(numOfFrames + 1, 0);
+    for (const CKorTileRun& run : _KorTiles.Runs())
+    {
+        const uint64_t frameNumber = FrameNumber(run.FirstIdx.FrameIdx());
         ZEL_ASSERT(frameNumber < numOfFrames);
-        ++_FirstOfFrame[frameNumber + 1];
+        _FirstOfFrame[frameNumber + 1] += run.Length;
     }
     for (uint64_t frame = 0; frame < numOfFrames; ++frame)
         _FirstOfFrame[frame + 1] += _FirstOfFrame[frame];
+}
+
+/// Each frame's records in the order of the file. Answers for each whether that is the order of its table, without
+/// repeated positions: in nearly every file all are.
+std::vector<bool> CKorTilesByFrame::FillTable(uint64_t numOfFrames)
+{
+    _TileNumbers.resize(_KorTiles.Size());
     std::vector<uint32_t> nextOfFrame(_FirstOfFrame.begin(), _FirstOfFrame.end() - 1);
-    for (uint32_t number = 0; number < _KorTiles.size(); ++number)
-        _TileNumbers[nextOfFrame[FrameNumber(_KorTiles[number].Idx.FrameIdx())]++] = number;
-    _NumOfTiles.resize(numOfFrames);
-    for (uint64_t frame = 0; frame < numOfFrames; ++frame)
-        SortTilesOf(frame);
+    std::vector<const CKorTileRun*> latestOfFrame(numOfFrames);
+    std::vector<bool> isSorted(numOfFrames, true);
+    for (const CKorTileRun& run : _KorTiles.Runs())
+    {
+        const uint64_t frame = FrameNumber(run.FirstIdx.FrameIdx());
+        const CKorTileRun*& latest = latestOfFrame[frame];
+        if (latest && PlaceOf(run.FirstIdx) <= PlaceOf(latest->LastIdx()))
+            isSorted[frame] = false;
+        latest = &run;
+        uint32_t& next = nextOfFrame[frame];
+        std::iota(_TileNumbers.begin() + next, _TileNumbers.begin() + next + run.Length, run.FirstNumber);
+        next += run.Length;
+    }
+    return isSorted;
 }
 
 uint64_t CKorTilesByFrame::FrameNumber(const CFrameIdx& idx) const
@@ -242,22 +310,22 @@ void CKorTilesByFrame::SortTilesOf(uint64_t frameNumber)
 {
     const auto first = _TileNumbers.begin() + _FirstOfFrame[frameNumber];
     const auto last = _TileNumbers.begin() + _FirstOfFrame[frameNumber + 1];
-    const auto isBefore = [this](uint32_t left, uint32_t right)
-    { return PlaceOf(_KorTiles[left].Idx) < PlaceOf(_KorTiles[right].Idx); };
-    const auto isNotBefore = [&](uint32_t left, uint32_t right) { return !isBefore(left, right); };
-    _NumOfTiles[frameNumber] = static_cast<uint32_t>(last - first);
-    if (std::adjacent_find(first, last, isNotBefore) == last)
-        return; // sorted, and without repeated positions: nearly every file
-    std::stable_sort(first, last, isBefore);
-    const auto isSamePlace = [this](uint32_t left, uint32_t right)
-    { return PlaceOf(_KorTiles[left].Idx) == PlaceOf(_KorTiles[right].Idx); };
-    _NumOfTiles[frameNumber] = static_cast<uint32_t>(std::unique(first, last, isSamePlace) - first);
+    // With their places beside them: looking each up in every comparison would take several times as long.
+    std::vector<CSortedTile> tiles;
+    tiles.reserve(static_cast<size_t>(last - first));
+    for (auto number = first; number != last; ++number)
+        tiles.emplace_back(_KorTiles.Idx(*number), *number);
+    std::sort(tiles.begin(), tiles.end());
+    const auto isSamePlace = [](const CSortedTile& left, const CSortedTile& right) { return left.IsAtPlaceOf(right); };
+    const auto end = std::unique(tiles.begin(), tiles.end(), isSamePlace);
+    _NumOfTiles[frameNumber] = static_cast<uint32_t>(end - tiles.begin());
+    std::transform(tiles.begin(), end, first, [](const CSortedTile& tile) { return tile.Number(); });
 }
 
 CKorTileNumbers CKorTilesByFrame::TilesOf(const CFrameIdx& idx) const
 {
     if (IsTheListATable())
-        return CKorTileNumbers(_KorTiles.size());
+        return CKorTileNumbers(_KorTiles.Size());
     const uint64_t frameNumber = FrameNumber(idx);
     ZEL_ASSERT(frameNumber < _NumOfTiles.size());
     return CKorTileNumbers(std::span(_TileNumbers).subspan(_FirstOfFrame[frameNumber], _NumOfTiles[frameNumber]));

@@ -1,6 +1,7 @@
 #pragma once
 #include "CommonImageAccess/DeepZoomTile.h"
 #include "ZelLoader/Store/KorTileLevels.h"
+#include "ZelLoader/Store/KorTiles.h"
 
 #include <memory>
 #include <span>
@@ -47,10 +48,12 @@ public:
 private:
     bool CanTheListBeATable(uint64_t numOfFrames, const CKorTileLevels& levels) const;
     void MakeTable(uint64_t numOfFrames);
+    void CountTilesOfFrames(uint64_t numOfFrames);
+    std::vector<bool> FillTable(uint64_t numOfFrames);
     uint64_t FrameNumber(const CFrameIdx& idx) const;
     void SortTilesOf(uint64_t frameNumber);
 
-    const std::vector<CKorTile>& _KorTiles;
+    const CKorTiles& _KorTiles;
     CFrameIdx _Strides; ///< how far apart neighbours on each dimension lie in the numbering of frames; 0: no dimension
     std::vector<uint32_t> _TileNumbers;  ///< empty where the list is the table
     std::vector<uint32_t> _FirstOfFrame; ///< by frame number, and the end

@@ -25,18 +25,12 @@ public:
     bool HasAllElements(const Byte* record) const { return Number<uint32_t>(record) == _numOfElements; }
     /// True when an element is dropped in a place where none may be.
     bool DropsWhatItMustNot() const { return _dropsWhatItMustNot; }
-    /// The tile of a record. Inline, and without a branch: it runs for each of a million tiles while a host waits.
-    CKorTile TileOf(const Byte* record) const
-    {
-        const auto slot = [&](size_t number)
-        { return Number<uint32_t>(record + _offsetsOfSlots[number]) & _masksOfSlots[number]; };
-        CKorTile tile;
-        tile.Idx = {
-            static_cast<int32_t>(slot(0)), static_cast<int32_t>(slot(1)), slot(2), slot(3), slot(4), slot(5), slot(6)};
-        tile.BlockOffset = Number<uint64_t>(record + _offsetBehindElements);
-        tile.BlockSize = Number<uint32_t>(record + _offsetBehindElements + 8);
-        return tile;
-    }
+    /// Where in a record the place of the tile's bytes stands, offset and size.
+    size_t OffsetOfBlock() const { return _offsetBehindElements; }
+    CDecompressedKorTileIdx IdxOf(const Byte* record) const;
+    /// How many of these records, at least one, carry as many elements as the first one and differ in their columns
+    /// only, each of which is one behind that of the record before it.
+    uint32_t LengthOfRun(const Byte* records, uint32_t numOfRecords) const;
 
 private:
     template <typename T>
@@ -47,10 +41,14 @@ private:
         return number;
     }
 
+    bool DifferBehindColumn(const Byte* left, const Byte* right) const;
+
     uint32_t _numOfElements;
     size_t _offsetBehindElements;
     std::array<size_t, CDecompressedKorTileIdx::NumOfSlots> _offsetsOfSlots{};
     std::array<uint32_t, CDecompressedKorTileIdx::NumOfSlots> _masksOfSlots{}; ///< 0 for a slot that no element fills
+    /// The bits that count in what stands between the column and the place of the bytes, 8 bytes at a time.
+    std::vector<uint64_t> _masksBehindColumn;
     bool _dropsWhatItMustNot = false;
 };
 

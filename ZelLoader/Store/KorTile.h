@@ -28,20 +28,19 @@ struct CDecompressedKorTileIdx
     /// is no dimension is a failed assertion.
     static uint32_t Idx(DimensionType::E type);
 
+    bool operator==(const CDecompressedKorTileIdx&) const = default;
     CFrameIdx FrameIdx() const { return {ZIdx, CIdx, LIdx, TIdx}; }
     CDeepZoomTileIdx TileIdx() const { return {ColIdx, RowIdx, PIdx}; }
     /// "{ColIdx=0, RowIdx=0, ...}" with all seven.
     std::string ToString() const;
 };
 
-/// One record of a tile store: where a tile belongs and where its bytes lie. A store holds millions, so that it is kept
-/// small; its number is its place in the store's list.
+/// One record of a tile store: where a tile belongs and where its bytes lie.
 struct CKorTile
 {
     CDecompressedKorTileIdx Idx;
     uint32_t BlockSize = 0;   ///< in bytes; in a TIFF store nothing
     uint64_t BlockOffset = 0; ///< absolute, of the tile's bytes; in a TIFF store nothing
 };
-static_assert(sizeof(CKorTile) == 40);
 
 } // namespace Zel

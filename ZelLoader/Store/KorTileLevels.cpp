@@ -15,7 +15,7 @@ uint64_t PositionOf(const CDecompressedKorTileIdx& idx)
     return uint64_t{static_cast<uint32_t>(idx.RowIdx) ^ SignBit} << 32 | (static_cast<uint32_t>(idx.ColIdx) ^ SignBit);
 }
 
-[[gnu::always_inline]] inline void Raise(CFrameIdx& greatest, const CFrameIdx& idx)
+void Raise(CFrameIdx& greatest, const CFrameIdx& idx)
 {
     greatest.Z = std::max(greatest.Z, idx.Z);
     greatest.C = std::max(greatest.C, idx.C);
@@ -25,14 +25,18 @@ uint64_t PositionOf(const CDecompressedKorTileIdx& idx)
 
 } // namespace
 
-void CKorTileLevels::Add(std::span<const CKorTile> korTiles)
+void CKorTileLevels::AddRun(const CDecompressedKorTileIdx& first, uint32_t length)
 {
-    while (!korTiles.empty())
-    {
-        if (_NumOfTiles == 0 || korTiles.front().Idx.PIdx != _LatestLevel)
-            BeginLevel(korTiles.front().Idx);
-        korTiles = korTiles.subspan(AddToLevel(korTiles));
-    }
+    if (_NumOfTiles == 0 || first.PIdx != _LatestLevel)
+        BeginLevel(first);
+    const uint64_t position = PositionOf(first);
+    _AreSorted = _AreSorted && (_IsAtFirstOfLevel || position > _LatestPosition);
+    _IsAtFirstOfLevel = false;
+    _LatestPosition = position + length - 1;
+    _NumOfTiles += length;
+    CTileExtent extent(first);
+    extent.GreatestCol += static_cast<int32_t>(length - 1);
+    RaiseGreatestIdx(extent, first.FrameIdx());
 }
 
 void CKorTileLevels::BeginLevel(const CDecompressedKorTileIdx& idx)
@@ -45,33 +49,6 @@ void CKorTileLevels::BeginLevel(const CDecompressedKorTileIdx& idx)
     _AreSorted = _AreSorted && isBehindLatest;
     _LatestLevel = idx.PIdx;
     _IsAtFirstOfLevel = true;
-}
-
-/// Adds the records up to the next level, or all; how many that were.
-size_t CKorTileLevels::AddToLevel(std::span<const CKorTile> korTiles)
-{
-    // Kept in local variables, and so in registers, for as long as the loop runs.
-    const CDecompressedKorTileIdx& first = korTiles.front().Idx;
-    CTileExtent extent(first);
-    CFrameIdx greatestFrameIdx = first.FrameIdx();
-    bool areSorted = _IsAtFirstOfLevel || PositionOf(first) > _LatestPosition;
-    uint64_t latestPosition = PositionOf(first);
-    size_t numOfTiles = 1;
-    for (; numOfTiles < korTiles.size() && korTiles[numOfTiles].Idx.PIdx == first.PIdx; ++numOfTiles)
-    {
-        const CDecompressedKorTileIdx& idx = korTiles[numOfTiles].Idx;
-        extent.Add(idx);
-        Raise(greatestFrameIdx, idx.FrameIdx());
-        const uint64_t position = PositionOf(idx);
-        areSorted &= position > latestPosition;
-        latestPosition = position;
-    }
-    _LatestPosition = latestPosition;
-    _IsAtFirstOfLevel = false;
-    _AreSorted = _AreSorted && areSorted;
-    _NumOfTiles += static_cast<uint32_t>(numOfTiles);
-    RaiseGreatestIdx(extent, greatestFrameIdx);
-    return numOfTiles;
 }
 
 void CKorTileLevels::RaiseGreatestIdx(const CTileExtent& extent, const CFrameIdx& greatestFrameIdx)

@@ -2,7 +2,6 @@
 #include "ZelLoader/Store/KorTile.h"
 
 #include <algorithm>
-#include <span>
 #include <vector>
 
 namespace Zel
@@ -56,8 +55,8 @@ struct CKorTileLevel
 class CKorTileLevels
 {
 public:
-    /// Takes the next records of the file.
-    void Add(std::span<const CKorTile> korTiles);
+    /// Takes the next records of the file, which stand side by side in a row, at least one.
+    void AddRun(const CDecompressedKorTileIdx& first, uint32_t length);
 
     /// In the order of the file. Behind one whose level is less than that of the one before it, or greater than any
     /// level may be, none are kept: such a store has no pyramid.
@@ -69,7 +68,6 @@ public:
 
 private:
     void BeginLevel(const CDecompressedKorTileIdx& idx);
-    size_t AddToLevel(std::span<const CKorTile> korTiles);
     void RaiseGreatestIdx(const CTileExtent& extent, const CFrameIdx& greatestFrameIdx);
 
     std::vector<CKorTileLevel> _Levels;

@@ -36,7 +36,7 @@ CXmlParser CTiffStoreReader::XmlMetadata(TIFF* tif)
     return XmlDocument(Utf8ToUtf16(description));
 }
 
-void CTiffStoreReader::Read(std::vector<CKorTile>& korTiles, std::vector<CTiffPlace>& tiffPlaces)
+void CTiffStoreReader::Read(CKorTiles& korTiles, std::vector<CTiffPlace>& tiffPlaces)
 {
     _KorTiles = &korTiles;
     _TiffPlaces = &tiffPlaces;
@@ -113,7 +113,7 @@ void CTiffStoreReader::AssertRecordsFit(uint64_t numOfTiles) const
 {
     const uint64_t numOfPlanes = _Planes.size() / _SamplesPerPixel + 1;
     const uint64_t mostRecords = _FileSize / LeastSizeOfTileInDirectory;
-    ZEL_ASSERT(_KorTiles->size() <= mostRecords && numOfTiles <= (mostRecords - _KorTiles->size()) / numOfPlanes);
+    ZEL_ASSERT(_KorTiles->Size() <= mostRecords && numOfTiles <= (mostRecords - _KorTiles->Size()) / numOfPlanes);
 }
 
 void CTiffStoreReader::AddPlanes(uint32_t directory, int32_t col, int32_t row, uint32_t imageNumber)
@@ -121,12 +121,11 @@ void CTiffStoreReader::AddPlanes(uint32_t directory, int32_t col, int32_t row, u
     uint32_t k = 0;
     for (size_t p = 0; p < _Planes.size(); p += _SamplesPerPixel)
     {
-        CKorTile tile;
-        tile.Idx = _Planes[p];
-        tile.Idx.ColIdx = col;
-        tile.Idx.RowIdx = row;
-        tile.Idx.PIdx = imageNumber;
-        _KorTiles->push_back(tile);
+        CDecompressedKorTileIdx idx = _Planes[p];
+        idx.ColIdx = col;
+        idx.RowIdx = row;
+        idx.PIdx = imageNumber;
+        _KorTiles->AddRun(idx, 1);
         _TiffPlaces->push_back({static_cast<uint16_t>(directory + k), p + _SamplesPerPixel >= _Planes.size()});
         ++k;
     }

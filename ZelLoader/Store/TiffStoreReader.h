@@ -1,7 +1,7 @@
 #pragma once
 #include "CommonImageAccess/TiffAccess.h"
 #include "CommonImageAccess/XmlFunctions.h"
-#include "ZelLoader/Store/KorTile.h"
+#include "ZelLoader/Store/KorTiles.h"
 
 #include <optional>
 #include <string>
@@ -31,7 +31,7 @@ public:
     /// Fills both lists, an element for each strip or tile of each plane. A directory without a needed tag, XML that
     /// cannot be read or describes fewer images than there are directories, and more records than the file could hold
     /// strips and tiles are failed assertions.
-    void Read(std::vector<CKorTile>& korTiles, std::vector<CTiffPlace>& tiffPlaces);
+    void Read(CKorTiles& korTiles, std::vector<CTiffPlace>& tiffPlaces);
 
 private:
     /// A plane of an image: the position that its records have beside column, row and level.
@@ -50,7 +50,7 @@ private:
     std::vector<CPlane> _Planes; ///< of the image that is being read
     /// A value above 1 carries over to later images that say 1: files rely on it.
     uint32_t _SamplesPerPixel = 1;
-    std::vector<CKorTile>* _KorTiles = nullptr;
+    CKorTiles* _KorTiles = nullptr;
     std::vector<CTiffPlace>* _TiffPlaces = nullptr;
 };
 

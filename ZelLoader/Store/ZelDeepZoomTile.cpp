@@ -32,10 +32,10 @@ CFrame& FrameOf(const CFrameIdx& idx, CMultiDimImage& image)
 
 } // namespace
 
-CZelDeepZoomTile::CZelDeepZoomTile(const CKorTile& metaData, uint32_t tileNumber, uint32_t place, CZelFrame& frame,
-                                   CDeepZoomPyramidLevel& level)
-    : CDeepZoomTile(frame, level, metaData.Idx.ColIdx, metaData.Idx.RowIdx), _TileNumber(tileNumber), _Place(place),
-      _BlockSize(metaData.BlockSize), _BlockOffset(metaData.BlockOffset)
+CZelDeepZoomTile::CZelDeepZoomTile(const CKorTiles& korTiles, uint32_t tileNumber, const CDeepZoomTileIdx& idx,
+                                   uint32_t place, CZelFrame& frame, CDeepZoomPyramidLevel& level)
+    : CDeepZoomTile(frame, level, idx._TileColIdx, idx._TileRowIdx), _TileNumber(tileNumber), _Place(place),
+      _Block(korTiles.Block(tileNumber))
 {
 }
 
@@ -56,11 +56,11 @@ CDeepZoomTile* CZelDeepZoomTile::FindNextTileOnDisk()
 {
     CMultiDimImage& image = ParentFrame().ParentMultiDimImg();
     const CKorFile& korFile = KorFile();
-    const auto& korTiles = korFile.KorTiles();
-    for (uint32_t number = korFile.NextTileOnDisk(_TileNumber); number < korTiles.size();
+    const CKorTiles& korTiles = korFile.KorTiles();
+    for (uint32_t number = korFile.NextTileOnDisk(_TileNumber); number < korTiles.Size();
          number = korFile.NextTileOnDisk(number))
     {
-        const CDecompressedKorTileIdx& idx = korTiles[number].Idx;
+        const CDecompressedKorTileIdx idx = korTiles.Idx(number);
         CFrame& frame = FrameOf(idx.FrameIdx(), image);
         auto* tile = static_cast<CZelDeepZoomTile*>(frame.DeepZoomTiles().Find(idx.TileIdx()));
         ZEL_ASSERT(tile);
@@ -93,10 +93,10 @@ bool CZelDeepZoomTile::ReadWholeTile(CByteArray& buf)
 {
     errno = 0; // a read that fails has no reason, whatever failed before it
     const uint32_t sizeOffered = buf.Size;
-    buf.Size = _BlockSize;
+    buf.Size = _Block.Size();
     if (!buf.Arr || buf.Size > sizeOffered)
         return true;
-    return KorFile().ReadData(buf.Arr, buf.Size, _BlockOffset);
+    return KorFile().ReadData(buf.Arr, buf.Size, _Block.Offset());
 }
 
 uint32_t CZelDeepZoomTile::NumOfBytesPerPixel()
@@ -118,8 +118,8 @@ bool CZelDeepZoomTile::ReadPartOfTile(CByteArray& buf, const CPixelRect& r)
     if (!buf.Arr || buf.Size > sizeOffered)
         return true;
     uint64_t end = 0; // of the rows in the file: no sum on the way there may wrap
-    const uint64_t firstByte = _BlockOffset + r.X() * b;
-    ZEL_ASSERT(firstByte >= _BlockOffset);
+    const uint64_t firstByte = _Block.Offset() + r.X() * b;
+    ZEL_ASSERT(firstByte >= _Block.Offset());
     ZEL_ASSERT(!__builtin_mul_overflow(sizeOfTileRow, uint64_t{r.Y()} + r.Height(), &end) &&
                !__builtin_add_overflow(end, firstByte, &end));
     uint64_t offset = firstByte + sizeOfTileRow * r.Y();

@@ -1,6 +1,6 @@
 #pragma once
 #include "CommonImageAccess/DeepZoomTile.h"
-#include "ZelLoader/Store/KorTile.h"
+#include "ZelLoader/Store/KorTiles.h"
 
 #include <tiffio.h>
 
@@ -14,14 +14,14 @@ class CZelFrame;
 class CZelDeepZoomTile : public CDeepZoomTile
 {
 public:
-    /// The tile of the store's record with that number, at that place in the table of its frame; all of them outlive
-    /// the tile.
-    CZelDeepZoomTile(const CKorTile& metaData, uint32_t tileNumber, uint32_t place, CZelFrame& frame,
-                     CDeepZoomPyramidLevel& level);
+    /// The tile of the store's record with that number and position, at that place in the table of its frame; all that
+    /// it belongs to outlives it.
+    CZelDeepZoomTile(const CKorTiles& korTiles, uint32_t tileNumber, const CDeepZoomTileIdx& idx, uint32_t place,
+                     CZelFrame& frame, CDeepZoomPyramidLevel& level);
 
     uint32_t TileNumber() const { return _TileNumber; }
     uint32_t Place() const { return _Place; }
-    uint64_t BlockOffset() const { return _BlockOffset; } ///< of its bytes in a binary store
+    uint64_t BlockOffset() const { return _Block.Offset(); } ///< of its bytes in a binary store
     CDeepZoomTile* NextTileOnDisk() override;
 
 protected:
@@ -43,9 +43,8 @@ private:
 
     const uint32_t _TileNumber;
     const uint32_t _Place;
-    // As the record has them: with a million records in memory, fetching the tile's own costs a good part of its bytes.
-    const uint32_t _BlockSize;
-    const uint64_t _BlockOffset;
+    /// As the record has it: with a million records, fetching the tile's own would cost a good part of its bytes.
+    const CKorBlock _Block;
 };
 static_assert(sizeof(CZelDeepZoomTile) == 72); // a slide has a million of these
 

@@ -25,7 +25,13 @@ protected:
         change(document.Store(1));
         return ResultOfOpening(std::move(document));
     }
-    const std::vector<Zel::CKorTile>& Records() const { return Store().KorTiles(); }
+    std::vector<Zel::CKorTile> Records() const
+    {
+        std::vector<Zel::CKorTile> records;
+        for (uint32_t number = 0; number < Store().KorTiles().Size(); ++number)
+            records.push_back(Store().KorTiles()[number]);
+        return records;
+    }
 };
 
 TEST(IndexOfATile, HasASlotForEachDimension)
@@ -52,7 +58,7 @@ TEST(IndexOfATile, NamesItsFrame)
 TEST_F(TileRecords, HaveTheirElementsInTheOrderOfTheDimensions)
 {
     Open(Small().Channels(2).T(3).Z(4).Lambda(5));
-    const CDecompressedKorTileIdx& last = Records().back().Idx;
+    const CDecompressedKorTileIdx last = Records().back().Idx;
     EXPECT_EQ(last.ToString(), "{ColIdx=0, RowIdx=0, ZIdx=3, TIdx=2, CIdx=1, LIdx=4, PIdx=0}");
 }
 
