@@ -1,5 +1,6 @@
 #include "CommonImageAccess/TiffAccess.h"
 
+#include "CommonImageAccess/TiffFile.h"
 #include "CommonUtil/Log.h"
 
 #include <algorithm>
@@ -7,6 +8,8 @@
 #include <bit>
 #include <cstdarg>
 #include <cstdio>
+#include <cstring>
+#include <new>
 #include <utility>
 
 namespace CIA
@@ -22,6 +25,14 @@ constexpr uint32_t MaxNumOfDirectories = 65536;
 constexpr uint64_t MaxNumOfEntries = 65535; ///< of a directory, also where its format has room for more
 constexpr uint64_t SizeOfEntry = 12;
 constexpr uint64_t SizeOfEntryInBigTiff = 20;
+constexpr size_t MemoryForADirectory = 65536;
+
+/// Throws std::bad_alloc where memory has run out. libtiff does not survive that everywhere, as when it keeps a tag
+/// that it does not know; so the little that a directory takes is asked for before it is called.
+void AssertThatMemoryIsLeft()
+{
+    ::operator delete(::operator new(MemoryForADirectory));
+}
 
 int LogMessage(TIFF*, void*, const char* module, const char* format, std::va_list arguments)
 {
@@ -62,6 +73,17 @@ uint64_t OffsetOfNextDirectory(TIFF* tif, uint64_t offset)
                               : OffsetOfNextDirectory<uint16_t, uint32_t>(tif, offset, SizeOfEntry);
 }
 
+tmsize_t ReadRaw(tmsize_t (*read)(TIFF*, uint32_t, void*, tmsize_t), TIFF* tif, uint32_t number, void* buffer,
+                 tmsize_t size)
+{
+    const CErrnoKeeper errnoKeeper;
+    CTiffFile& file = CTiffFile::Of(tif);
+    file.ForgetFailure();
+    const tmsize_t numOfBytesRead = read(tif, number, buffer, size);
+    ZEL_ASSERT(!file.HasFailed());
+    return numOfBytesRead;
+}
+
 struct COptionsDeleter
 {
     void operator()(TIFFOpenOptions* options) const { TIFFOpenOptionsFree(options); }
@@ -78,35 +100,49 @@ void CTiffCloser::operator()(TIFF* tif) const
 CTiffHandle TIFFOpenW(const std::wstring& name, const char* mode)
 {
     const CErrnoKeeper errnoKeeper;
+    AssertThatMemoryIsLeft();
     const std::unique_ptr<TIFFOpenOptions, COptionsDeleter> options(TIFFOpenOptionsAlloc());
     ZEL_ASSERT(options);
     TIFFOpenOptionsSetErrorHandlerExtR(options.get(), LogMessage, nullptr);
     TIFFOpenOptionsSetWarningHandlerExtR(options.get(), LogMessage, nullptr);
-    return CTiffHandle(TIFFOpenExt(Utf16ToUtf8(name).c_str(), mode, options.get()));
+    const std::string utf8Name = Utf16ToUtf8(name);
+    auto file = std::make_unique<CTiffFile>(name);
+    if (!file->IsOpen())
+    {
+        ZEL_LOG("TIFFOpen: %s: %s", utf8Name.c_str(), std::strerror(errno));
+        return {};
+    }
+    const CTiffFile& opened = *file;
+    CTiffHandle handle(CTiffFile::OpenAsTiff(file, utf8Name, mode, options.get()));
+    ZEL_ASSERT(!opened.HasFailed());
+    return handle;
 }
 
 uint32_t TIFFNumberOfDirectories(TIFF* tif)
 {
     const CErrnoKeeper errnoKeeper;
+    CTiffFile& file = CTiffFile::Of(tif);
+    file.ForgetFailure();
     const auto numOfDirectories = static_cast<uint32_t>(::TIFFNumberOfDirectories(tif));
+    ZEL_ASSERT(!file.HasFailed());
     ZEL_ASSERT(numOfDirectories > 0 && numOfDirectories < MaxNumOfDirectories);
     return numOfDirectories;
 }
 
 tmsize_t TIFFReadRawTile(TIFF* tif, uint32_t tile, void* buffer, tmsize_t size)
 {
-    const CErrnoKeeper errnoKeeper;
-    return ::TIFFReadRawTile(tif, tile, buffer, size);
+    return ReadRaw(::TIFFReadRawTile, tif, tile, buffer, size);
 }
 
 tmsize_t TIFFReadRawStrip(TIFF* tif, uint32_t strip, void* buffer, tmsize_t size)
 {
-    const CErrnoKeeper errnoKeeper;
-    return ::TIFFReadRawStrip(tif, strip, buffer, size);
+    return ReadRaw(::TIFFReadRawStrip, tif, strip, buffer, size);
 }
 
 TIFF* CTiffImageDoc::TiffFilePtr()
 {
+    if (_TiffFilePtr && CTiffFile::Of(_TiffFilePtr.get()).HasFailed())
+        _TiffFilePtr.reset(); // it may stand on half a directory
     if (!_TiffFilePtr)
     {
         // Not mapped into memory: a file that shrinks under a map ends the host's process.
@@ -134,6 +170,16 @@ bool CTiffImageDoc::TrySetDirectory(uint32_t dir)
         return false;
     if (_CurrentDirectory == dir)
         return true;
+    AssertThatMemoryIsLeft();
+    CTiffFile& file = CTiffFile::Of(_TiffFilePtr.get());
+    file.ForgetFailure();
+    const bool isSet = GoToDirectory(dir);
+    ZEL_ASSERT(!file.HasFailed());
+    return isSet;
+}
+
+bool CTiffImageDoc::GoToDirectory(uint32_t dir)
+{
     // Unknown from here on, should what follows fail half-way.
     const std::optional<uint32_t> current = std::exchange(_CurrentDirectory, std::nullopt);
     const bool isNext = current && *current + 1 == dir; // one after the other is how frames are read

@@ -20,12 +20,15 @@ using CTiffHandle = std::unique_ptr<TIFF, CTiffCloser>;
 // libtiff's own calls with the checks that the readers rely on. A mandatory tag that is missing, or a directory that is
 // not there, is a failed assertion.
 
-/// Null when the file cannot be opened as TIFF; errno is kept.
+/// Null when the file cannot be opened as TIFF; errno is kept. A file that is there and cannot be read is a failed
+/// assertion, and no TIFF without directories.
 CTiffHandle TIFFOpenW(const std::wstring& name, const char* mode);
-/// Asserts that there is a directory, and that their number fits 16 bits. Keeps errno.
+/// Asserts that all of the chain could be read, that there is a directory, and that their number fits 16 bits. Keeps
+/// errno. For handles of TIFFOpenW.
 uint32_t TIFFNumberOfDirectories(TIFF* tif);
 
-// The bytes of a tile or strip as they are stored: how many were read, -1 on failure. Keep errno.
+// The bytes of a tile or strip as they are stored: how many were read, -1 where the file has none or not enough. A file
+// that cannot be read is a failed assertion. Keep errno. For handles of TIFFOpenW.
 tmsize_t TIFFReadRawTile(TIFF* tif, uint32_t tile, void* buffer, tmsize_t size);
 tmsize_t TIFFReadRawStrip(TIFF* tif, uint32_t strip, void* buffer, tmsize_t size);
 
@@ -49,10 +52,13 @@ public:
     /// reader moves the handle: whoever reads sets it first, and reads with nothing between. Where directories lie is
     /// kept, so that one after the other costs one step each. Keeps errno.
     TIFF* SetDirectory(uint32_t dir);
-    /// The same where it may fail: false when the file is no TIFF or does not have the directory. Keeps errno.
+    /// The same where it may fail: false when the file is no TIFF or does not have the directory. A file that cannot be
+    /// read is a failed assertion all the same, and is opened anew by the next call. Keeps errno.
     bool TrySetDirectory(uint32_t dir);
 
 private:
+    /// Makes a directory the current one, which is unknown when that fails; false when there is none.
+    bool GoToDirectory(uint32_t dir);
     /// Goes from the current directory to the next one, which has that number; false when there is none.
     bool ReadNextDirectory(uint32_t dir);
     /// Goes to a directory from wherever the handle stands; false when there is none. Those before it need not be

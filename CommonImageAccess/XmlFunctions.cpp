@@ -1,5 +1,6 @@
 #include "CommonImageAccess/XmlFunctions.h"
 
+#include "CommonImageAccess/XmlMemory.h"
 #include "CommonUtil/Assertion.h"
 #include "CommonUtil/ErrnoKeeper.h"
 #include "CommonUtil/Log.h"
@@ -60,10 +61,19 @@ struct CXmlRefused
 constexpr size_t MaxNumOfNames = 1000;
 constexpr size_t MaxSizeOfTag = 65536;
 
+/// A parser's memory, which it is built up on.
+class CMemoryOfParser
+{
+protected:
+    CXmlMemory _memory;
+};
+
 /// Refuses a document type where it is declared, before anything in it is read, and texts of too many names.
-class CBoundedParser : public xercesc::XercesDOMParser
+class CBoundedParser : private CMemoryOfParser, public xercesc::XercesDOMParser
 {
 public:
+    CBoundedParser() : XercesDOMParser(nullptr, &_memory) {}
+
     void startElement(const xercesc::XMLElementDecl& elementDecl, const unsigned int urlId,
                       const XMLCh* const elementPrefix, const xercesc::RefVectorOf<xercesc::XMLAttr>& attributes,
                       const XMLSize_t numOfAttributes, const bool isEmpty, const bool isRoot) override

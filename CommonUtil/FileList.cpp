@@ -1,10 +1,12 @@
 #include "CommonUtil/FileList.h"
 
+#include "CommonUtil/Assertion.h"
 #include "CommonUtil/ErrnoKeeper.h"
 #include "CommonUtil/PlatformCalls.h"
 #include "CommonUtil/Text.h"
 
 #include <array>
+#include <cerrno>
 #include <map>
 #include <memory>
 #include <utility>
@@ -23,6 +25,14 @@ struct CFolderEntry
     std::wstring Name;
     bool IsFolder;
 };
+
+bool IsThere(const std::wstring& name, struct stat& status)
+{
+    if (_wstat64(name.c_str(), &status) == 0)
+        return true;
+    ZEL_ASSERT(MeansNotThere(errno));
+    return false;
+}
 
 CFolderEntry EntryOf(const WIN32_FIND_DATA& found)
 {
@@ -76,7 +86,7 @@ private:
     bool MayEnter(const std::wstring& folder)
     {
         struct stat status = {};
-        return _wstat64(folder.c_str(), &status) == 0 && ++_visits[{status.st_dev, status.st_ino}] <= MaxNumOfVisits;
+        return IsThere(folder, status) && ++_visits[{status.st_dev, status.st_ino}] <= MaxNumOfVisits;
     }
 
     std::vector<std::wstring>& _files;
@@ -86,10 +96,15 @@ private:
 
 } // namespace
 
+bool MeansNotThere(int reason)
+{
+    return reason == ENOENT || reason == ENOTDIR || reason == EACCES || reason == ELOOP || reason == ENAMETOOLONG;
+}
+
 bool FileExists(const std::wstring& path, const std::wstring& name)
 {
     struct stat status = {};
-    return _wstat64((path + L"/" + name).c_str(), &status) == 0;
+    return IsThere(path + L"/" + name, status);
 }
 
 void GetFileList(const std::wstring& szFolderPath, const std::wstring& szExtension,

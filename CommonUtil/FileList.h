@@ -5,13 +5,18 @@
 namespace CommonUtil
 {
 
-/// True when a file or folder of that name can be found in the folder; else errno is what `stat` left.
+/// True when an errno value of `stat` says that there is nothing to be reached under a name. Others say that this could
+/// not be found out, which must not be taken for an answer.
+bool MeansNotThere(int reason);
+
+/// True when a file or folder of that name can be found in the folder; else errno is what `stat` left. Asserts that it
+/// could be found out.
 bool FileExists(const std::wstring& path, const std::wstring& name);
 
 /// Appends the full names of the folder's files to `vecFileList`, in the order of the platform's search: by the
 /// pattern "/*.*" for an empty extension or ".ome.tif", else by names that end in `szExtension`. With `bRecursive`
 /// the folders found by that pattern are entered too, with an empty extension; loops of links end by themselves. A
-/// missing folder adds nothing.
+/// missing folder adds nothing. A folder that cannot be read for another reason is a failed assertion.
 void GetFileList(const std::wstring& szFolderPath, const std::wstring& szExtension,
                  std::vector<std::wstring>& vecFileList, bool bRecursive);
 

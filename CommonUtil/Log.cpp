@@ -67,6 +67,18 @@ void Print(const std::wstring& prefix, const FormattedText& message)
     std::fflush(stdout);
 }
 
+void PutLine(bool isFromPW, const char* fileName, const char* funcName, const wchar_t* wformatString, int lineNumber,
+             std::va_list arguments)
+{
+    const CClassicLocale classicLocale; // numbers in the log read the same under every host
+    const std::wstring prefix = Prefix(funcName, lineNumber);
+    const FormattedText message =
+        isFromPW ? FormatWide(wformatString, arguments) : FormatNarrow(wformatString, arguments);
+    if (EnablePrintfOntoScreen && !Log4CxxIsLoggingToStdout)
+        Print(prefix, message);
+    PAL_PutLogInfo(message.text.c_str(), fileName, lineNumber);
+}
+
 } // namespace
 
 bool IsLogRead()
@@ -80,16 +92,17 @@ void pw_flf(bool isFromPW, const char* fileName, const char* funcName, const wch
     if (!IsLogRead())
         return;
     const CErrnoKeeper errnoKeeper;
-    const CClassicLocale classicLocale; // numbers in the log read the same under every host
-    const std::wstring prefix = Prefix(funcName, lineNumber);
     std::va_list arguments;
     va_start(arguments, lineNumber);
-    const FormattedText message =
-        isFromPW ? FormatWide(wformatString, arguments) : FormatNarrow(wformatString, arguments);
+    try
+    {
+        PutLine(isFromPW, fileName, funcName, wformatString, lineNumber, arguments);
+    }
+    catch (...)
+    {
+        // What is logged here may be a failure on its way out, which no failure of the log may take the place of.
+    }
     va_end(arguments);
-    if (EnablePrintfOntoScreen && !Log4CxxIsLoggingToStdout)
-        Print(prefix, message);
-    PAL_PutLogInfo(message.text.c_str(), fileName, lineNumber);
 }
 
 bool returnErrV2(bool value, const char* file, int line)

@@ -35,7 +35,8 @@ bool IsLogRead();
 
 /// Logs one line: "L<line>:<function>: " and the message, both at most 10000 characters, the cut marked in print.
 /// `isFromPW`: the arguments fit a wide format (%s is wide text); else they fit the same format as narrow text.
-/// Saves and restores errno, so that a failure can be logged on its way up.
+/// Saves and restores errno and throws nothing, so that a failure can be logged on its way up; where memory has run
+/// out, or the reader throws, the line is lost.
 void pw_flf(bool isFromPW, const char* fileName, const char* funcName, const wchar_t* wformatString, int lineNumber,
             ...);
 

@@ -2,6 +2,7 @@
 
 #include "CommonUtil/Assertion.h"
 #include "CommonUtil/ErrnoKeeper.h"
+#include "CommonUtil/FileList.h"
 #include "CommonUtil/PlatformCalls.h"
 
 #include <cerrno>
@@ -117,7 +118,9 @@ int _wstat64(const wchar_t* name, struct stat* result)
 bool IsFolder(const std::string& name)
 {
     struct stat status = {};
-    return stat(name.c_str(), &status) == 0 && S_ISDIR(status.st_mode);
+    const bool isThere = stat(name.c_str(), &status) == 0;
+    ZEL_ASSERT(isThere || CommonUtil::MeansNotThere(errno));
+    return isThere && S_ISDIR(status.st_mode);
 }
 
 std::FILE* _wfopen(const wchar_t* name, const wchar_t* mode)

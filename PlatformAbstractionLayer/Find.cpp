@@ -1,4 +1,6 @@
+#include "CommonUtil/Assertion.h"
 #include "CommonUtil/ErrnoKeeper.h"
+#include "CommonUtil/FileList.h"
 #include "CommonUtil/Log.h"
 #include "CommonUtil/Mutex.h"
 #include "CommonUtil/PlatformCalls.h"
@@ -75,6 +77,7 @@ std::vector<std::string> MatchesIn(const std::string& folder)
         std::free(list);
     };
     const std::unique_ptr<dirent*, decltype(free)> owner(entries, free);
+    ZEL_ASSERT(count >= 0 || CommonUtil::MeansNotThere(errno)); // no memory or handle left is no empty folder
     std::vector<std::string> names;
     for (int i = 0; i < count; ++i)
         names.emplace_back(entries[i]->d_name);

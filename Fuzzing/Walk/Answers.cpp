@@ -2,6 +2,8 @@
 
 #include <cerrno>
 #include <cwchar>
+#include <functional>
+#include <string_view>
 
 namespace Fuzzing
 {
@@ -11,6 +13,14 @@ namespace
 
 constexpr uint64_t StartOfDigest = 0xCBF29CE484222325u; // that of FNV-1a, as is the prime
 constexpr uint64_t PrimeOfDigest = 0x100000001B3u;
+
+std::string WordsOf(std::string_view bytes)
+{
+    const std::string size = std::to_string(bytes.size()) + " bytes, ";
+    if (bytes.find_first_not_of('\0') == std::string_view::npos)
+        return size + "all 0";
+    return size + "hash " + std::to_string(std::hash<std::string_view>()(bytes));
+}
 
 } // namespace
 
@@ -64,7 +74,7 @@ void CAnswers::Text(const char* what, const wchar_t* text)
 
 void CAnswers::Bytes(const char* what, const void* bytes, size_t size)
 {
-    Take(what, _limits.Tell ? std::to_string(size) + " bytes" : std::string(), bytes, size);
+    Take(what, _limits.Tell ? WordsOf({static_cast<const char*>(bytes), size}) : std::string(), bytes, size);
 }
 
 void CAnswers::Rect(const char* what, const CMN_RECT& rect)

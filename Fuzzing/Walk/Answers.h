@@ -26,8 +26,13 @@ public:
     template <typename Function, typename... Arguments>
     AC_Result Ask(const char* question, Function&& function, Arguments... arguments)
     {
+        if (_limits.BeforeCall)
+            _limits.BeforeCall();
         CleanErrno();
-        return TakeResult(question, static_cast<AC_Result>(function(arguments...)));
+        const auto result = static_cast<AC_Result>(function(arguments...));
+        if (_limits.AfterCall)
+            _limits.AfterCall(result);
+        return TakeResult(question, result);
     }
     /// The same; true when it went well.
     template <typename Function, typename... Arguments>

@@ -113,6 +113,19 @@ CWalkAnswers WalkOpenDocument(AC_HFILE document, const CWalkLimits& limits)
     return answers.Get();
 }
 
+CWalkAnswers WalkFilesOf(const std::wstring& fileName, const CWalkLimits& limits)
+{
+    CAnswers answers(limits);
+    try
+    {
+        WalkFiles(answers, fileName);
+    }
+    catch (const CWalkIsOver&)
+    {
+    }
+    return answers.Get();
+}
+
 CWalkAnswers WalkEverything(const std::wstring& fileName, int mode, const CWalkLimits& limits)
 {
     CAnswers answers(limits);

@@ -21,6 +21,8 @@ struct CWalkLimits
     uint64_t BytesOfAnswer = 4u << 20;                      ///< a host has no room for more
     std::function<bool()> IsOver = nullptr;                 ///< asked after each call; true ends the walk
     std::function<void(const std::string&)> Tell = nullptr; ///< gets each answer as a line
+    std::function<void()> BeforeCall = nullptr;             ///< called right before each exported function
+    std::function<void(AC_Result)> AfterCall = nullptr;     ///< and right after it, before its answer is told
 };
 
 /// What came of a walk. The same file gives the same, each time and beside whatever other threads do.
@@ -40,5 +42,8 @@ CWalkAnswers WalkEverything(const std::wstring& fileName, int mode = AC_OM_READ,
 /// The same, of a document that is open and is left so; several threads may walk it at once. They are told the same if
 /// they do not ask for next images.
 CWalkAnswers WalkOpenDocument(AC_HFILE document, const CWalkLimits& limits = {});
+
+/// What is asked by the name of a document alone: its files.
+CWalkAnswers WalkFilesOf(const std::wstring& fileName, const CWalkLimits& limits = {});
 
 } // namespace Fuzzing

@@ -8,6 +8,7 @@
 
 #include <charconv>
 #include <cstring>
+#include <new>
 
 namespace Zel
 {
@@ -105,7 +106,11 @@ bool CVectorGraphicsReader::ReadXmlBlob(const CZelDataFieldForBlob& blob)
     std::vector<Byte> text(sizeOfText);
     ZEL_ASSERT(text.empty() || _Document.ReadData(text.data(), sizeOfText));
     pugi::xml_document xml;
-    if (!xml.load_buffer_inplace(text.data(), text.size(), pugi::parse_default, pugi::encoding_auto))
+    const pugi::xml_parse_result result =
+        xml.load_buffer_inplace(text.data(), text.size(), pugi::parse_default, pugi::encoding_auto);
+    if (result.status == pugi::status_out_of_memory) // says nothing about the text, and must not be kept as if it did
+        throw std::bad_alloc();
+    if (!result)
         return false;
     ParseXmlOfRoiBlobV4(xml.child("qrXML"));
     return true;

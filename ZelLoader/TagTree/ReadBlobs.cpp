@@ -19,24 +19,31 @@ constexpr uint64_t LeastSizeOfMeasObj = 4 + 2 + 4 + 20;
 
 } // namespace
 
-/// Gives back what an object took of the budget that could not be read in the end: it may be asked for again and again.
-class CZelTagTreeReader::CBudgetOfObject
+/// Takes back the objects of a blob that could not be read to its end, and what they took of the budget: the blob may
+/// be asked for again and again.
+class CZelTagTreeReader::CUnfinishedBlob
 {
 public:
-    explicit CBudgetOfObject(CTreeBudget& budget) : _budget(budget), _before(budget) {}
-    CBudgetOfObject(const CBudgetOfObject&) = delete;
-    CBudgetOfObject& operator=(const CBudgetOfObject&) = delete;
-    ~CBudgetOfObject()
+    CUnfinishedBlob(CZelDataFieldForBlobWithZelTags& blob, CTreeBudget& budget)
+        : _blob(blob), _budget(budget), _budgetBefore(budget)
     {
-        if (!_isSpent)
-            _budget = _before;
     }
-    void Spend() { _isSpent = true; }
+    CUnfinishedBlob(const CUnfinishedBlob&) = delete;
+    CUnfinishedBlob& operator=(const CUnfinishedBlob&) = delete;
+    ~CUnfinishedBlob()
+    {
+        if (_isFinished)
+            return;
+        _blob.ForgetMeasObjs();
+        _budget = _budgetBefore;
+    }
+    void Finish() { _isFinished = true; }
 
 private:
+    CZelDataFieldForBlobWithZelTags& _blob;
     CTreeBudget& _budget;
-    const CTreeBudget _before;
-    bool _isSpent = false;
+    const CTreeBudget _budgetBefore;
+    bool _isFinished = false;
 };
 
 bool CZelTagTreeReader::ReadBlobHeader(uint32_t& sizeOfBlob, uint32_t& blobId, uint32_t& blobVersion)
@@ -77,15 +84,16 @@ bool CZelTagTreeReader::ReadMeasureBlobWithZelTags(CZelDataFieldForBlobWithZelTa
     ZEL_ASSERT(blobType < NumOfBlobTypes);
     const uint32_t numOfMeasurementObjs = _Document.ReadUInt32();
     ZEL_ASSERT(numOfMeasurementObjs <= NumOfBytesLeft() / LeastSizeOfMeasObj);
+    CUnfinishedBlob unfinished(blobWithTags, _Budget);
     for (uint32_t i = 0; i < numOfMeasurementObjs; ++i)
         if (!ReadMeasObj(blobWithTags))
             return false;
+    unfinished.Finish();
     return true;
 }
 
 bool CZelTagTreeReader::ReadMeasObj(CZelDataFieldForBlobWithZelTags& blobWithTags)
 {
-    CBudgetOfObject budget(_Budget);
     SkipXml();
     _Document.ReadUInt16();
     _Document.ReadUInt16();
@@ -93,7 +101,6 @@ bool CZelTagTreeReader::ReadMeasObj(CZelDataFieldForBlobWithZelTags& blobWithTag
     if (!rootNode)
         return false;
     blobWithTags.AddMeasObj(std::move(rootNode));
-    budget.Spend();
     return true;
 }
 

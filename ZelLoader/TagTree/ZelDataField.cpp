@@ -78,4 +78,10 @@ void CZelDataFieldForBlobWithZelTags::AddMeasObj(std::unique_ptr<CZelDataFieldFo
     _MeasObjMetaDatas.push_back(std::move(measObjMetaData));
 }
 
+void CZelDataFieldForBlobWithZelTags::ForgetMeasObjs()
+{
+    _MeasObjMetaDatas.clear();
+    _RootNodes.clear();
+}
+
 } // namespace Zel

@@ -180,6 +180,8 @@ public:
     const std::vector<std::unique_ptr<CZelImgDocMetaData>>& MeasObjMetaDatas() const { return _MeasObjMetaDatas; }
     /// Takes a tree and makes its root wrapper. Asserts that the tree is there and that its tag is 0.
     void AddMeasObj(std::unique_ptr<CZelDataFieldForVolume> rootNode);
+    /// Frees all trees.
+    void ForgetMeasObjs();
 
 private:
     std::vector<std::unique_ptr<CZelDataFieldForVolume>> _RootNodes;

@@ -98,7 +98,7 @@ private:
         uint64_t NumOfFieldHeadersRead = 0;
         uint64_t NumOfArrayBytesRead = 0;
     };
-    class CBudgetOfObject;
+    class CUnfinishedBlob;
 
     CFieldHeader ReadFieldHeader(uint64_t offset, CZelDataFieldForVolume& vol);
     bool FinishReadingValue(const CFieldHeader& header, std::unique_ptr<CZelDataField>& node);
