@@ -130,7 +130,7 @@ TEST_F(HostLife, KeepsTheLocaleOfItsThread)
     const TestSupport::HostLocale locale("de_DE.UTF-8");
     if (!locale.IsThere())
         GTEST_SKIP() << "no German locale here, and none can be built";
-    const locale_t own = newlocale(LC_ALL_MASK, "de_DE.UTF-8", nullptr);
+    const locale_t own = duplocale(LC_GLOBAL_LOCALE);
     const locale_t former = uselocale(own);
     LoadUseAndUnload(AFewTimes);
     EXPECT_EQ(uselocale(former), own);
