@@ -173,9 +173,7 @@ bool CTiffImageDoc::TrySetDirectory(uint32_t dir)
     AssertThatMemoryIsLeft();
     CTiffFile& file = CTiffFile::Of(_TiffFilePtr.get());
     file.ForgetFailure();
-    const bool isSet = GoToDirectory(dir);
-    ZEL_ASSERT(!file.HasFailed());
-    return isSet;
+    return GoToDirectory(dir) && !file.HasFailed();
 }
 
 bool CTiffImageDoc::GoToDirectory(uint32_t dir)

@@ -116,15 +116,21 @@ void CBinaryFileReader::ReadItem(void* item, size_t size)
     ZEL_ASSERT(m_fp);
     ZEL_ASSERT(size <= _FileSize - _CurrentOffset);
     if (size > WindowSize / 2)
-        ZEL_ASSERT(ReadFromFile(static_cast<Byte*>(item), size, _CurrentOffset) == size);
+        AssertRead(ReadFromFile(static_cast<Byte*>(item), size, _CurrentOffset) == size);
     else
     {
         if (!IsInWindow(_CurrentOffset, size))
             MoveWindowTo(_CurrentOffset);
-        ZEL_ASSERT(IsInWindow(_CurrentOffset, size));
+        AssertRead(IsInWindow(_CurrentOffset, size));
         std::memcpy(item, _Window.data() + (_CurrentOffset - _OffsetOfWindow), size);
     }
     _CurrentOffset += size;
+}
+
+void CBinaryFileReader::AssertRead(bool isRead)
+{
+    _hasFailed = _hasFailed || !isRead;
+    ZEL_ASSERT(isRead);
 }
 
 bool CBinaryFileReader::IsInWindow(uint64_t offset, size_t size) const

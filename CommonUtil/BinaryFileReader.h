@@ -54,6 +54,11 @@ public:
     /// were read. False for a null buffer, 0 bytes, a closed stream, or an offset beyond the end.
     bool ReadData(Byte* buffer, uint32_t numOfBytes, uint64_t offset = 0);
 
+    /// True after bytes could not be read that the file should hold: it has shrunk, or the machine failed. Its bytes
+    /// are not to blame, and may be readable next time.
+    bool HasFailed() const { return _hasFailed; }
+    void ForgetFailure() { _hasFailed = false; }
+
     // Each asserts that the stream is open and that its bytes lie in the file, and moves behind them.
     char ReadChar() { return Read<char>(); }
     int16_t ReadShort() { return Read<int16_t>(); }
@@ -78,6 +83,7 @@ private:
     void ReadItem(void* item, size_t size);
     /// How many bytes came: fewer than `size` when the file has shrunk or cannot be read.
     size_t ReadFromFile(Byte* bytes, size_t size, uint64_t offset) const;
+    void AssertRead(bool isRead);
     bool IsInWindow(uint64_t offset, size_t size) const;
     void MoveWindowTo(uint64_t offset);
 
@@ -92,6 +98,7 @@ private:
     uint64_t _CurrentOffset = 0;
     std::vector<Byte> _Window; ///< bytes of the file from _OffsetOfWindow on
     uint64_t _OffsetOfWindow = 0;
+    bool _hasFailed = false;
     bool _IsFileBigEndian;
 };
 

@@ -2,6 +2,8 @@
 #include "CommonUtil/Log.h"
 #include "ZelLoader/TagTree/ZelTagTreeReader.h"
 
+#include <new>
+
 // The part of the tree's reader that finds blobs and fetches the trees of measured objects out of them.
 
 namespace Zel
@@ -19,31 +21,24 @@ constexpr uint64_t LeastSizeOfMeasObj = 4 + 2 + 4 + 20;
 
 } // namespace
 
-/// Takes back the objects of a blob that could not be read to its end, and what they took of the budget: the blob may
-/// be asked for again and again.
-class CZelTagTreeReader::CUnfinishedBlob
+/// Gives back what an object took of the budget that could not be read in the end: it may be asked for again and again.
+class CZelTagTreeReader::CBudgetOfObject
 {
 public:
-    CUnfinishedBlob(CZelDataFieldForBlobWithZelTags& blob, CTreeBudget& budget)
-        : _blob(blob), _budget(budget), _budgetBefore(budget)
+    explicit CBudgetOfObject(CTreeBudget& budget) : _budget(budget), _before(budget) {}
+    CBudgetOfObject(const CBudgetOfObject&) = delete;
+    CBudgetOfObject& operator=(const CBudgetOfObject&) = delete;
+    ~CBudgetOfObject()
     {
+        if (!_isSpent)
+            _budget = _before;
     }
-    CUnfinishedBlob(const CUnfinishedBlob&) = delete;
-    CUnfinishedBlob& operator=(const CUnfinishedBlob&) = delete;
-    ~CUnfinishedBlob()
-    {
-        if (_isFinished)
-            return;
-        _blob.ForgetMeasObjs();
-        _budget = _budgetBefore;
-    }
-    void Finish() { _isFinished = true; }
+    void Spend() { _isSpent = true; }
 
 private:
-    CZelDataFieldForBlobWithZelTags& _blob;
     CTreeBudget& _budget;
-    const CTreeBudget _budgetBefore;
-    bool _isFinished = false;
+    const CTreeBudget _before;
+    bool _isSpent = false;
 };
 
 bool CZelTagTreeReader::ReadBlobHeader(uint32_t& sizeOfBlob, uint32_t& blobId, uint32_t& blobVersion)
@@ -84,16 +79,43 @@ bool CZelTagTreeReader::ReadMeasureBlobWithZelTags(CZelDataFieldForBlobWithZelTa
     ZEL_ASSERT(blobType < NumOfBlobTypes);
     const uint32_t numOfMeasurementObjs = _Document.ReadUInt32();
     ZEL_ASSERT(numOfMeasurementObjs <= NumOfBytesLeft() / LeastSizeOfMeasObj);
-    CUnfinishedBlob unfinished(blobWithTags, _Budget);
-    for (uint32_t i = 0; i < numOfMeasurementObjs; ++i)
-        if (!ReadMeasObj(blobWithTags))
-            return false;
-    unfinished.Finish();
+    return ReadMeasObjs(blobWithTags, numOfMeasurementObjs);
+}
+
+bool CZelTagTreeReader::ReadMeasObjs(CZelDataFieldForBlobWithZelTags& blobWithTags, uint32_t numOfMeasurementObjs)
+{
+    // Objects before a bad one stay. Memory or bytes that the machine did not give say nothing about the file: then the
+    // blob is as if it had not been asked for.
+    const CTreeBudget budgetBefore = _Budget;
+    const auto forget = [&]
+    {
+        blobWithTags.ForgetMeasObjs();
+        _Budget = budgetBefore;
+    };
+    _Document.ForgetFailure();
+    try
+    {
+        for (uint32_t i = 0; i < numOfMeasurementObjs; ++i)
+            if (!ReadMeasObj(blobWithTags))
+                return false;
+    }
+    catch (const std::bad_alloc&)
+    {
+        forget();
+        throw;
+    }
+    catch (...)
+    {
+        if (_Document.HasFailed())
+            forget();
+        throw;
+    }
     return true;
 }
 
 bool CZelTagTreeReader::ReadMeasObj(CZelDataFieldForBlobWithZelTags& blobWithTags)
 {
+    CBudgetOfObject budget(_Budget);
     SkipXml();
     _Document.ReadUInt16();
     _Document.ReadUInt16();
@@ -101,6 +123,7 @@ bool CZelTagTreeReader::ReadMeasObj(CZelDataFieldForBlobWithZelTags& blobWithTag
     if (!rootNode)
         return false;
     blobWithTags.AddMeasObj(std::move(rootNode));
+    budget.Spend();
     return true;
 }
 

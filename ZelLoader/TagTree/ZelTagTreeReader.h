@@ -98,12 +98,13 @@ private:
         uint64_t NumOfFieldHeadersRead = 0;
         uint64_t NumOfArrayBytesRead = 0;
     };
-    class CUnfinishedBlob;
+    class CBudgetOfObject;
 
     CFieldHeader ReadFieldHeader(uint64_t offset, CZelDataFieldForVolume& vol);
     bool FinishReadingValue(const CFieldHeader& header, std::unique_ptr<CZelDataField>& node);
     std::optional<CDataWithType> ReadNumber(int32_t fieldType, bool isDataInline);
     std::unique_ptr<CBasicArray> ReadText(uint32_t eleSize, uint32_t sizeInBytes);
+    bool ReadMeasObjs(CZelDataFieldForBlobWithZelTags& blobWithTags, uint32_t numOfMeasurementObjs);
     bool ReadMeasObj(CZelDataFieldForBlobWithZelTags& blobWithTags);
     void SkipXml();
     uint64_t NumOfBytesLeft();
