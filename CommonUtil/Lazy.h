@@ -1,4 +1,6 @@
 #pragma once
+#include <cmath>
+#include <type_traits>
 #include <utility>
 
 namespace CommonUtil
@@ -25,8 +27,8 @@ public:
     }
     bool IsKnown() const
     {
-        if constexpr (NotYetKnown != NotYetKnown) // NaN differs from itself
-            return _value == _value;
+        if constexpr (std::is_floating_point_v<T>)
+            return std::isnan(NotYetKnown) ? !std::isnan(_value) : _value != NotYetKnown;
         else
             return _value != NotYetKnown;
     }

@@ -1,4 +1,5 @@
 #pragma once
+#include <cmath>
 #include <cstdint>
 #include <ctime>
 #include <limits>
@@ -63,7 +64,7 @@ template <typename Integer>
 Integer CommonUtil::ToIntegerWithCheck(double value)
 {
     // One past the largest value is a power of two and so exact as a double, which the largest value itself may not be.
-    const double onePastMax = 2.0 * static_cast<double>(std::numeric_limits<Integer>::max() / 2 + 1);
+    const double onePastMax = std::ldexp(1.0, std::numeric_limits<Integer>::digits);
     const double onePastMin = static_cast<double>(std::numeric_limits<Integer>::min()) - 1.0;
     ZEL_ASSERT(value < onePastMax && (value > onePastMin || value == onePastMin + 1.0));
     return static_cast<Integer>(value);

@@ -47,6 +47,7 @@ private:
     class CPage
     {
     public:
+        // NOLINTNEXTLINE(cppcoreguidelines-pro-type-member-init): objects are made in the room one by one
         CPage() = default;
         ~CPage()
         {
