@@ -34,7 +34,8 @@ protected:
         const CommandResult result = Verify(std::move(options));
         EXPECT_EQ(result.ExitCode, 1);
         EXPECT_EQ(NumOfLines(result.Errors), 1u) << result.Errors;
-        EXPECT_THAT(result.Errors, HasSubstr(": " + std::to_string(numOfBadTiles) + " bad tiles;"));
+        EXPECT_THAT(result.Errors, HasSubstr(": " + std::to_string(numOfBadTiles) +
+                                             (numOfBadTiles == 1 ? " bad tile;" : " bad tiles;")));
         EXPECT_THAT(result.Output, HasSubstr(text));
     }
     /// A slide of 3 x 2 JPEG tiles with a picture in each.
