@@ -46,7 +46,8 @@ tmsize_t CTiffFile::Read(unsigned char* bytes, uint64_t size)
     }
     _offset += numOfBytes;
     _hasFailed = _hasFailed || numOfBytes < wanted || (wanted < size && HasOtherSizeNow());
-    return numOfBytes < wanted ? -1 : static_cast<tmsize_t>(numOfBytes);
+    // Never -1: libtiff 4.5 adds what it got to where it goes on, and would clear a byte before its buffer.
+    return static_cast<tmsize_t>(numOfBytes);
 }
 
 bool CTiffFile::HasOtherSizeNow() const
@@ -58,7 +59,7 @@ bool CTiffFile::HasOtherSizeNow() const
 tmsize_t CTiffFile::ReadProc(thandle_t file, void* bytes, tmsize_t size)
 {
     return size < 0
-               ? -1
+               ? 0
                : static_cast<CTiffFile*>(file)->Read(static_cast<unsigned char*>(bytes), static_cast<uint64_t>(size));
 }
 

@@ -106,6 +106,11 @@ ZEL_REPLACES void* operator new(size_t size)
     return block;
 }
 
+ZEL_REPLACES void* operator new(size_t size, const std::nothrow_t&) noexcept
+{
+    return Fails(ZEL_CALLER) ? nullptr : Counted(std::malloc(size > 0 ? size : 1));
+}
+
 ZEL_REPLACES void operator delete(void* block) noexcept
 {
     CountFreed(block);
@@ -113,6 +118,11 @@ ZEL_REPLACES void operator delete(void* block) noexcept
 }
 
 ZEL_REPLACES void operator delete(void* block, size_t) noexcept
+{
+    operator delete(block);
+}
+
+ZEL_REPLACES void operator delete(void* block, const std::nothrow_t&) noexcept
 {
     operator delete(block);
 }

@@ -99,7 +99,7 @@ TEST_F(Pyramid, ZoomsByTheWidthsOfItsLevels)
     EXPECT_EQ(image.ZoomoutFactor(), 1);
 }
 
-TEST(PyramidLevel, HasANumberOfTwoDigits)
+TEST_F(Pyramid, HasLevelsOfNumbersOfTwoDigits)
 {
     class Level : public CIA::CDeepZoomPyramidLevel
     {
@@ -115,8 +115,7 @@ TEST(PyramidLevel, HasANumberOfTwoDigits)
         bool DeepZoomTilesAreTogetherOnDisk() override { return true; }
         int NumOfCalls = 0;
     };
-    alignas(Zel::CZelMultiDimImage) std::byte somewhere[1];
-    auto& image = reinterpret_cast<CIA::CMultiDimImage&>(somewhere); // referred to, and never looked at
+    auto& image = ReadImage(Stack(1).Size(8, 8).Tiles(8, 8));
     EXPECT_EQ(Level(99, image).ID(), 99);
     EXPECT_FAILED_ASSERTION(Level(100, image));
     Level level(0, image);
