@@ -127,30 +127,37 @@ void EveryTileFirstTime(benchmark::State& state)
     Compare(state, {"heap objects into an unordered_map", "ns/tile", PerItem(slide.NumOfTiles()), false, 2}, job, peer);
 }
 
+/// A slide whose tiles have all been asked for, and as many objects in a hash map.
+struct CWalkedSlide
+{
+    explicit CWalkedSlide(int64_t numOfTiles)
+        : Open(CSlide::Of(numOfTiles).FileName()), NumOfTiles(CSlide::Of(numOfTiles).NumOfTiles())
+    {
+        SecondsOfWalk(Open, NumOfTiles);
+        Fill(Objects, NumOfTiles);
+    }
+
+    COpenDocument Open;
+    uint32_t NumOfTiles;
+    CHeapObjects Objects;
+};
+
 /// The same walk again, beside looking each object up.
 void EveryTileAgain(benchmark::State& state)
 {
-    const CSlide& slide = CSlide::Of(state.range(0));
-    const COpenDocument open(slide.FileName());
-    SecondsOfWalk(open, slide.NumOfTiles());
-    CHeapObjects objects;
-    Fill(objects, slide.NumOfTiles());
-    const auto job = [&] { return SecondsOfWalk(open, slide.NumOfTiles()); };
-    const auto peer = [&] { return SecondsOfLookUps(objects, slide.NumOfTiles()); };
-    Compare(state, {"look-ups in it", "ns/tile", PerItem(slide.NumOfTiles()), false, 2}, job, peer);
+    const CWalkedSlide walked(state.range(0));
+    const auto job = [&] { return SecondsOfWalk(walked.Open, walked.NumOfTiles); };
+    const auto peer = [&] { return SecondsOfLookUps(walked.Objects, walked.NumOfTiles); };
+    Compare(state, {"look-ups in it", "ns/tile", PerItem(walked.NumOfTiles), false, 2}, job, peer);
 }
 
 /// The same walk beside look-ups that lock as often as its requests must.
 void EveryTileAgainBesideLocks(benchmark::State& state)
 {
-    const CSlide& slide = CSlide::Of(state.range(0));
-    const COpenDocument open(slide.FileName());
-    SecondsOfWalk(open, slide.NumOfTiles());
-    CHeapObjects objects;
-    Fill(objects, slide.NumOfTiles());
-    const auto job = [&] { return SecondsOfWalk(open, slide.NumOfTiles()); };
-    const auto peer = [&] { return SecondsOfLookUpsBehindLocks(objects, slide.NumOfTiles(), 2); };
-    Compare(state, {"two recursive locks and a look-up", "ns/tile", PerItem(slide.NumOfTiles())}, job, peer);
+    const CWalkedSlide walked(state.range(0));
+    const auto job = [&] { return SecondsOfWalk(walked.Open, walked.NumOfTiles); };
+    const auto peer = [&] { return SecondsOfLookUpsBehindLocks(walked.Objects, walked.NumOfTiles, 2); };
+    Compare(state, {"two recursive locks and a look-up", "ns/tile", PerItem(walked.NumOfTiles)}, job, peer);
 }
 
 /// Every tile in the order of the file, beside the walk by position above.
@@ -168,14 +175,10 @@ void EveryTileByNextImage(benchmark::State& state)
 /// The walk in the order of the file beside look-ups that lock as often as its requests must.
 void EveryTileByNextImageBesideLocks(benchmark::State& state)
 {
-    const CSlide& slide = CSlide::Of(state.range(0));
-    const COpenDocument open(slide.FileName());
-    SecondsOfWalk(open, slide.NumOfTiles());
-    CHeapObjects objects;
-    Fill(objects, slide.NumOfTiles());
-    const auto job = [&] { return SecondsOfWalkByNextImage(open, slide.NumOfTiles()); };
-    const auto peer = [&] { return SecondsOfLookUpsBehindLocks(objects, slide.NumOfTiles(), 1); };
-    Compare(state, {"a recursive lock and a look-up", "ns/tile", PerItem(slide.NumOfTiles())}, job, peer);
+    const CWalkedSlide walked(state.range(0));
+    const auto job = [&] { return SecondsOfWalkByNextImage(walked.Open, walked.NumOfTiles); };
+    const auto peer = [&] { return SecondsOfLookUpsBehindLocks(walked.Objects, walked.NumOfTiles, 1); };
+    Compare(state, {"a recursive lock and a look-up", "ns/tile", PerItem(walked.NumOfTiles)}, job, peer);
 }
 
 BENCHMARK(OpenToTheFirstTile)->Apply(Sizes)->Iterations(9);

@@ -1,30 +1,13 @@
 // Several threads at once, on one document and on several. A race shows best under the thread sanitizer.
 
 #include "Tests/Accessor/Slide.h"
-
-#include <latch>
-#include <thread>
+#include "Tests/Threads/OnThreads.h"
 
 using namespace SlideOfTest;
+using namespace ThreadsOfTest;
 
 namespace
 {
-
-constexpr int NumOfThreads = 4;
-
-/// Runs `work` on several threads, which all begin at the same moment.
-void OnThreads(const std::function<void(int thread)>& work)
-{
-    std::latch start(NumOfThreads);
-    std::vector<std::jthread> threads;
-    for (int thread = 0; thread < NumOfThreads; ++thread)
-        threads.emplace_back(
-            [&, thread]
-            {
-                start.arrive_and_wait();
-                work(thread);
-            });
-}
 
 Stack BigEnough()
 {
