@@ -15,10 +15,6 @@ namespace
 constexpr uint32_t BlobVersionWithZelTags = 3;
 constexpr uint32_t NumOfBlobTypes = 3;
 
-// Of a measured object: its size word, what is passed over before and behind an empty text, and of the tree's header
-// as much as is read.
-constexpr uint64_t LeastSizeOfMeasObj = 4 + 2 + 4 + 20;
-
 } // namespace
 
 /// Gives back what an object took of the budget that could not be read in the end: it may be asked for again and again.
@@ -78,7 +74,7 @@ bool CZelTagTreeReader::ReadMeasureBlobWithZelTags(CZelDataFieldForBlobWithZelTa
     const uint32_t blobType = _Document.ReadUInt32();
     ZEL_ASSERT(blobType < NumOfBlobTypes);
     const uint32_t numOfMeasurementObjs = _Document.ReadUInt32();
-    ZEL_ASSERT(numOfMeasurementObjs <= NumOfBytesLeft() / LeastSizeOfMeasObj);
+    // A number that the file cannot hold is not refused here: the objects that are there count, as before any bad one.
     return ReadMeasObjs(blobWithTags, numOfMeasurementObjs);
 }
 

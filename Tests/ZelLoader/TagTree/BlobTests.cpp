@@ -262,11 +262,27 @@ TEST(MeasurementBlob, ThatCannotBeReadUsesNothingUpHoweverOftenItIsAsked)
         EXPECT_FALSE(tree.Fetch()); // and is no failed assertion for want of budget
 }
 
-TEST(MeasurementBlob, OfMoreObjectsThanTheFileHoldsFailsAtOnce)
+TEST(MeasurementBlob, OfMoreObjectsThanTheFileHoldsFailsAndKeepsThoseThatAreThere)
 {
-    CTreeWithMeasurements tree(CMeasurements{.Objects = {CMeasObj{}}, .Count = 0xFFFFFFFF});
-    EXPECT_FAILED_ASSERTION(tree.Fetch());
-    EXPECT_THAT(tree.Measurements().MeasObjMetaDatas(), IsEmpty());
+    const CMeasObj object{Volume(0, {Int32(5, 1)})};
+    for (const uint32_t count : {3u, 1000u, 0xFFFFFFFFu})
+    {
+        CTreeWithMeasurements tree(CMeasurements{.Objects = {object, object}, .Count = count});
+        EXPECT_FAILED_ASSERTION(tree.Fetch()) << count;
+        EXPECT_EQ(tree.Measurements().MeasObjMetaDatas().size(), 2u) << count;
+    }
+}
+
+TEST(MeasurementBlob, GoesOnBehindARejectedHeader)
+{
+    // Of a header of another size the size is all that is read.
+    ByteString payload = CMeasurements{.Objects = {CMeasObj{.Xml = ""}}}.ToBytes();
+    payload.erase(payload.end() - 24, payload.end());
+    Append(payload, uint16_t{23});
+    CTree tree(Volume(0, {Blob(RoiMeasurements, 3, payload)}));
+    auto& blob = tree.Child<CZelDataFieldForBlobWithZelTags>();
+    ASSERT_TRUE(tree.Reader.ReadMeasureBlobWithZelTags(blob));
+    EXPECT_EQ(blob.MeasObjMetaDatas().size(), 1u);
 }
 
 TEST(MeasurementBlob, WhoseTextIsLongerThanTheFileFails)
