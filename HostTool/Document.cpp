@@ -43,12 +43,8 @@ size_t CImage::ReadInto(ByteBuffer& buffer) const
 
 ByteBuffer CImage::Body() const
 {
-    CMN_RECT whole{};
-    UINT64 size = 0;
-    _Document.Require(_Document.Host().GetImageBody(_Handle.get(), &whole, nullptr, 0, &size), "cannot read a tile");
-    ByteBuffer bytes(size);
-    _Document.Require(_Document.Host().GetImageBody(_Handle.get(), &whole, bytes.data(), bytes.size(), &size),
-                      "cannot read a tile");
+    ByteBuffer bytes;
+    ReadInto(bytes); // which makes it as large as the image
     return bytes;
 }
 

@@ -77,8 +77,7 @@ public:
     std::optional<CImage> Image(const CPosition& position) const;
 
     /// A property set of the area, its level, its group or its document. Nothing if the document doesn't tell, or the
-    /// plug-in doesn't serve the key.
-    /// `result` gets what the plug-in answered.
+    /// plug-in doesn't serve the key. `result` gets what the plug-in answered.
     std::optional<CPropertySet> Properties(const wchar_t* key, AC_Result* result = nullptr) const;
     std::optional<CPropertySet> Properties(const wchar_t* key, const wchar_t* parameter, std::wstring value,
                                            AC_Result* result = nullptr) const;

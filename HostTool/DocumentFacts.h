@@ -113,6 +113,8 @@ struct CDocumentFacts
 CDocumentFacts FactsOf(const CDocument& document);
 /// `remarks` gets what is not as it should be.
 CGroupFacts FactsOf(const CGroup& group, Diagnostics& remarks);
+/// The channels of a group, by one of its areas.
+std::vector<uint32_t> ChannelIDs(const CArea& area);
 CChannelFacts ChannelFacts(const CArea& area, uint32_t channel);
 
 /// The short name of an axis: "Z", "T", "lambda".

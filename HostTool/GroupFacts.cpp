@@ -73,15 +73,6 @@ std::vector<CAxisFacts> AxesFacts(const CArea& area)
     return axes;
 }
 
-std::vector<uint32_t> ChannelIDs(const CArea& area)
-{
-    std::vector<uint32_t> channels;
-    if (const auto list = area.Properties(L"EnabledChannelIdList"))
-        for (const std::string& text : list->Texts(L"id"))
-            channels.push_back(static_cast<uint32_t>(std::stoul(text)));
-    return channels;
-}
-
 CLevelFacts LevelFacts(const CGroup& group, int level)
 {
     CLevelFacts facts;
@@ -209,6 +200,15 @@ std::optional<std::string> CChannelFacts::BrightestColour() const
     std::snprintf(text.data(), text.size(), "#%02X%02X%02X", static_cast<unsigned>(colour[0]) & 0xFF,
                   static_cast<unsigned>(colour[1]) & 0xFF, static_cast<unsigned>(colour[2]) & 0xFF);
     return std::string(text.data());
+}
+
+std::vector<uint32_t> ChannelIDs(const CArea& area)
+{
+    std::vector<uint32_t> channels;
+    if (const auto list = area.Properties(L"EnabledChannelIdList"))
+        for (const std::string& text : list->Texts(L"id"))
+            channels.push_back(static_cast<uint32_t>(std::stoul(text)));
+    return channels;
 }
 
 CChannelFacts ChannelFacts(const CArea& area, uint32_t channel)

@@ -12,12 +12,6 @@ struct CMeaning
     std::string Text;
 };
 
-/// The folder beside a document in which its tile stores lie.
-std::string SideFolderOf(const std::filesystem::path& document)
-{
-    return (document.parent_path() / ("_" + document.stem().string() + "_")).string();
-}
-
 CMeaning MeaningOf(AC_Result result, const std::filesystem::path& document)
 {
     switch (result)
@@ -27,8 +21,8 @@ CMeaning MeaningOf(AC_Result result, const std::filesystem::path& document)
     case AC_RESULT_INVALID_PARAM:
         return {ExitCode::WrongUsage, "this is not the name of a document; give the file that ends in .zel"};
     case AC_RESULT_MISSING_FILE:
-        return {ExitCode::MissingFile,
-                "a tile store is missing; put the folder " + SideFolderOf(document) + " back beside the document"};
+        return {ExitCode::MissingFile, "a tile store is missing; put the folder " + SideFolderOf(document).string() +
+                                           " back beside the document"};
     case AC_RESULT_IN_USE:
         return {ExitCode::BadFile,
                 "a file of the document is being written by another program, or may not be read; try again when it has "
@@ -42,6 +36,11 @@ CMeaning MeaningOf(AC_Result result, const std::filesystem::path& document)
 }
 
 } // namespace
+
+std::filesystem::path SideFolderOf(const std::filesystem::path& document)
+{
+    return document.parent_path() / ("_" + document.stem().string() + "_");
+}
 
 CHostError FailedCall(const std::filesystem::path& document, const std::string& what, AC_Result result)
 {

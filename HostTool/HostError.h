@@ -29,6 +29,9 @@ private:
     ExitCode _ExitCode;
 };
 
+/// The folder beside a document in which its tile stores lie.
+std::filesystem::path SideFolderOf(const std::filesystem::path& document);
+
 /// The failure of a call on `document`: what was being done, as in "cannot open", and what `result` means for it.
 CHostError FailedCall(const std::filesystem::path& document, const std::string& what, AC_Result result);
 

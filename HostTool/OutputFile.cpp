@@ -86,4 +86,13 @@ void COutputFile::Fail() const
                      _Path.string() + ": cannot be written: " + std::strerror(errno) + "; choose another place");
 }
 
+void MakeFolder(const std::filesystem::path& folder)
+{
+    std::error_code error;
+    std::filesystem::create_directories(folder, error);
+    if (error)
+        throw CHostError(ExitCode::WrongUsage,
+                         folder.string() + ": cannot make this folder: " + error.message() + "; choose another one");
+}
+
 } // namespace HostTool

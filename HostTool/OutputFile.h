@@ -36,4 +36,7 @@ private:
     std::unique_ptr<std::FILE, CCloser> _Stream;
 };
 
+/// Makes a folder and those above it. Throws CHostError if that fails.
+void MakeFolder(const std::filesystem::path& folder);
+
 } // namespace HostTool

@@ -1,6 +1,7 @@
 #include "HostTool/TileCommand.h"
 
 #include "HostTool/DecodedTile.h"
+#include "HostTool/Pixels/CommonOptions.h"
 #include "HostTool/Text.h"
 #include "HostTool/TileFile.h"
 
@@ -26,22 +27,14 @@ void RequireBelow(const CDocument& document, const std::string& thing, uint64_t 
 
 void AddTileOptions(CLI::App& command, CTileRequest& tile)
 {
-    command.add_option("-g,--group", tile.Group, "group, from 0")->check(CLI::NonNegativeNumber)->capture_default_str();
+    AddGroupOption(command, tile.Group);
     command.add_option("-l,--level", tile.Level, "level; 0 is the finest")
         ->check(CLI::NonNegativeNumber)
         ->capture_default_str();
     command.add_option("-x,--col", tile.Col, "column of the level's tile grid, from 0")->required();
     command.add_option("-y,--row", tile.Row, "row of the level's tile grid, from 0")->required();
     command.add_option("-c,--channel", tile.Position.Channel, "channel")->capture_default_str();
-    command.add_option("-z", tile.Position.Z, "position on the Z axis, from 0")
-        ->check(CLI::NonNegativeNumber)
-        ->capture_default_str();
-    command.add_option("-t", tile.Position.T, "position on the time axis, from 0")
-        ->check(CLI::NonNegativeNumber)
-        ->capture_default_str();
-    command.add_option("--lambda", tile.Position.Lambda, "position on the wavelength axis, from 0")
-        ->check(CLI::NonNegativeNumber)
-        ->capture_default_str();
+    AddPositionOptions(command, tile.Position);
     command.add_option("-o,--output", tile.Output, "file to write; without an extension it gets the one that fits")
         ->required();
     command.add_flag("--png", tile.IsDecoded, "decode the tile and write it as a PNG picture");
@@ -51,8 +44,7 @@ void AddTileOptions(CLI::App& command, CTileRequest& tile)
 
 std::string WriteTileCommand(const CDocument& document, const CTileRequest& request)
 {
-    RequireBelow(document, "group", static_cast<uint64_t>(request.Group), "the document",
-                 static_cast<uint64_t>(document.NumOfGroups()));
+    RequireGroup(document, request.Group);
     const CGroup group = document.Group(request.Group);
     const std::string groupText = "group " + std::to_string(request.Group);
     RequireBelow(document, "level", static_cast<uint64_t>(request.Level), groupText,

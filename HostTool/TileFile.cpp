@@ -3,7 +3,8 @@
 #include "HostTool/HostError.h"
 #include "HostTool/OutputFile.h"
 #include "HostTool/Pixels/JpegHeader.h"
-#include "HostTool/PngFile.h"
+#include "HostTool/Pixels/PictureFile.h"
+#include "HostTool/Pixels/TileCodec.h"
 #include "HostTool/TileKind.h"
 
 namespace HostTool
@@ -17,27 +18,17 @@ std::string TextOfSize(const CTile& tile)
     return std::to_string(tile.Rect.width) + " x " + std::to_string(tile.Rect.height);
 }
 
-/// The pixels of a raw tile as PNG can hold them; nothing if it can't.
-std::optional<CPixels> PixelsOf(const CTile& tile)
+/// The format of a raw tile's pixels if PNG can hold them; nothing if it can't.
+std::optional<CPixelFormat> FormatForPng(const CTile& tile)
 {
+    constexpr uint64_t mostPixels = 1'000'000; // of libpng in a row or column, and small enough for the products below
     const uint64_t bytesPerPixel = tile.BytesPerRawPixel.value_or(0);
-    constexpr uint64_t mostPixels = 1U << 31; // of libpng, and small enough for the products below
-    if (tile.Rect.width == 0 || tile.Rect.height == 0 || tile.Rect.width >= mostPixels ||
-        tile.Rect.height >= mostPixels)
-        return std::nullopt;
     const bool isGrey = bytesPerPixel == 1 || bytesPerPixel == 2;
     const bool isColour = bytesPerPixel == 3 || bytesPerPixel == 6;
-    if ((!isGrey && !isColour) || tile.Bytes.size() / bytesPerPixel / tile.Rect.width != tile.Rect.height ||
-        tile.Bytes.size() != tile.Rect.width * tile.Rect.height * bytesPerPixel)
+    if ((!isGrey && !isColour) || tile.Rect.width == 0 || tile.Rect.height == 0 || tile.Rect.width > mostPixels ||
+        tile.Rect.height > mostPixels || tile.Bytes.size() != tile.Rect.width * tile.Rect.height * bytesPerPixel)
         return std::nullopt;
-    CPixels pixels;
-    pixels.Bytes = tile.Bytes;
-    pixels.Width = static_cast<uint32_t>(tile.Rect.width);
-    pixels.Height = static_cast<uint32_t>(tile.Rect.height);
-    pixels.NumOfComponents = isGrey ? 1 : 3;
-    pixels.BitsPerComponent = bytesPerPixel % 2 == 0 ? 16 : 8;
-    pixels.IsBlueFirst = tile.ColorSpace == "BGR";
-    return pixels;
+    return CPixelFormat{isGrey ? 1U : 3U, bytesPerPixel % 2 == 0 ? 2U : 1U, ValueKind::Unsigned};
 }
 
 void RequireExtension(const std::filesystem::path& path, std::string_view extension, std::string_view other,
@@ -56,30 +47,36 @@ std::string WriteAsStored(const CTile& tile, const std::filesystem::path& path, 
     return path.string() + ": " + what + ", " + std::to_string(tile.Bytes.size()) + " bytes as stored";
 }
 
-std::string WriteAsPng(const CPixels& pixels, const std::filesystem::path& path, const std::string& what)
+std::string WriteAsPng(const CTile& tile, const CPixelFormat& format, const std::filesystem::path& path,
+                       const std::string& what)
 {
-    COutputFile file(path);
-    if (!WritePng(file.Stream(), pixels))
-        throw CHostError(ExitCode::WrongUsage,
-                         path.string() + ": cannot be written as PNG; give a name that ends in .raw");
-    file.Finish();
+    const auto width = static_cast<uint32_t>(tile.Rect.width);
+    const auto height = static_cast<uint32_t>(tile.Rect.height);
+    CStoredTile stored;
+    stored.Bytes = tile.Bytes;
+    stored.IsBlueFirst = tile.ColorSpace == "BGR";
+    ByteBuffer pixels(tile.Bytes.size());
+    DecodeTile(stored, {pixels.data(), size_t{width} * format.BytesPerPixel(), width, height, format});
+    const auto writer = MakePictureWriter(path, {width, height, format, std::nullopt, std::nullopt});
+    writer->Write(pixels);
+    writer->Finish();
     return path.string() + ": " + what + ", as PNG";
 }
 
 std::string WriteRaw(const CTile& tile, std::filesystem::path path)
 {
-    const auto pixels = PixelsOf(tile);
+    const auto format = FormatForPng(tile);
     if (!path.has_extension())
-        path += pixels ? ".png" : ".raw";
+        path += format ? ".png" : ".raw";
     std::string what = "raw pixels, " + TextOfSize(tile) + " of " + std::to_string(*tile.BytesPerRawPixel) + " bytes";
-    if (pixels && pixels->NumOfComponents == 3 && !tile.ColorSpace)
+    if (format && format->IsColour() && !tile.ColorSpace)
         what += " (taken as red, green, blue: the plug-in does not tell)";
     if (path.extension() == ".raw")
         return WriteAsStored(tile, path, what);
-    if (!pixels)
+    if (!format)
         RequireExtension(path, ".raw", ".raw", what + ", which PNG cannot hold");
     RequireExtension(path, ".png", ".png", what);
-    return WriteAsPng(*pixels, path, what);
+    return WriteAsPng(tile, *format, path, what);
 }
 
 } // namespace

@@ -2,10 +2,12 @@
 
 #include "HostTool/DecodedTile.h"
 #include "HostTool/InfoCommand.h"
+#include "HostTool/OutputFile.h"
+#include "HostTool/Pixels/Bitmap.h"
+#include "HostTool/Pixels/PictureFile.h"
 #include "HostTool/RegionFacts.h"
 #include "HostTool/Table.h"
 #include "HostTool/Text.h"
-#include "HostTool/ThumbnailFile.h"
 #include "HostTool/TileFile.h"
 
 #include <CLI/CLI.hpp>
@@ -17,13 +19,18 @@ namespace HostTool
 namespace
 {
 
-void MakeFolder(const std::filesystem::path& folder)
+std::string WriteThumbnail(const ByteBuffer& thumbnail, const std::filesystem::path& path)
+try
 {
-    std::error_code error;
-    std::filesystem::create_directories(folder, error);
-    if (error)
-        throw CHostError(ExitCode::WrongUsage,
-                         folder.string() + ": cannot make this folder: " + error.message() + "; choose another one");
+    const CBitmap bitmap(thumbnail);
+    WriteBitmap(bitmap, path);
+    return path.string() + ": thumbnail, " + std::to_string(bitmap.Width()) + " x " + std::to_string(bitmap.Height()) +
+           ", as PNG";
+}
+catch (const CTileError& error)
+{
+    throw CHostError(ExitCode::BadFile, path.string() + ": is not written, since the thumbnail can't be shown: " +
+                                            error.what() + "; 'zel thumbnail -o NAME.bmp' takes it as stored");
 }
 
 CPosition MiddleOf(const CGroupFacts& group)
@@ -109,7 +116,7 @@ public:
         Print(facts);
         MakeFolder(_Request.Folder);
         if (facts.Thumbnail)
-            Write([&] { return WriteBitmapAsPng(*facts.Thumbnail, _Request.Folder / "thumbnail.png"); });
+            Write([&] { return WriteThumbnail(*facts.Thumbnail, _Request.Folder / "thumbnail.png"); });
         for (const CGroupFacts& group : facts.Groups)
             for (const CLevelFacts& level : group.Levels)
                 VisitLevel(_Document.Group(group.Number), level, MiddleOf(group));

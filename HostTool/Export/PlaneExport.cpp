@@ -2,7 +2,6 @@
 
 #include "HostTool/Pixels/Parallel.h"
 
-#include <algorithm>
 #include <cstring>
 
 namespace HostTool

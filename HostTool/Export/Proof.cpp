@@ -2,7 +2,6 @@
 
 #include "HostTool/HostError.h"
 
-#include <cstring>
 #include <tiffio.h>
 
 namespace HostTool

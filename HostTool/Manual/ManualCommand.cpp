@@ -3,10 +3,8 @@
 #include "HostTool/Manual/Completion.h"
 #include "HostTool/Manual/ManualPage.h"
 #include "HostTool/OutputFile.h"
-#include "HostTool/Text.h"
 
 #include <CLI/CLI.hpp>
-#include <iostream>
 
 namespace HostTool
 {
@@ -18,11 +16,7 @@ namespace fs = std::filesystem;
 
 void WriteText(const fs::path& path, const std::string& text)
 {
-    std::error_code error;
-    fs::create_directories(path.parent_path(), error);
-    if (error)
-        throw CHostError(ExitCode::WrongUsage, path.parent_path().string() + ": cannot make this folder: " +
-                                                   error.message() + "; choose another one");
+    MakeFolder(path.parent_path());
     COutputFile file(path);
     file.Write({reinterpret_cast<const uint8_t*>(text.data()), text.size()});
     file.Finish();

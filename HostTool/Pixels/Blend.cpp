@@ -94,18 +94,22 @@ CBlender::CBlender(const CPixelFormat& format, CDisplay display) : _Format(forma
         _Colours.push_back(ColourOf(value));
 }
 
-uint8_t CBlender::PartOf(double value) const
+double CBlender::PartOf(double value) const
 {
     const double part = (value - _Display.Black) / (_Display.White - _Display.Black);
-    return static_cast<uint8_t>(std::lround(255 * (part > 0 ? std::min(part, 1.0) : 0)));
+    // Written so that what is no number is shown as the first colour.
+    return part > 0 ? std::min(part, 1.0) : 0;
+}
+
+uint8_t CBlender::ComponentOf(double value) const
+{
+    return static_cast<uint8_t>(std::lround(255 * PartOf(value)));
 }
 
 Rgb CBlender::ColourOf(double value) const
 {
-    const double part = (value - _Display.Black) / (_Display.White - _Display.Black);
     const double last = static_cast<double>(_Display.Table.size() - 1);
-    // Written so that what is no number is shown as the first colour.
-    return _Display.Table[static_cast<size_t>(std::lround(last * (part > 0 ? std::min(part, 1.0) : 0)))];
+    return _Display.Table[static_cast<size_t>(std::lround(last * PartOf(value)))];
 }
 
 double CBlender::ValueAt(const uint8_t* in) const
@@ -136,7 +140,9 @@ void CBlender::Add(const uint8_t* in, size_t numOfPixels, uint8_t* out) const
         if (_Format.IsColour())
         {
             const size_t component = _Format.BytesPerComponent;
-            AddColour({PartOf(ValueAt(in)), PartOf(ValueAt(in + component)), PartOf(ValueAt(in + 2 * component))}, out);
+            AddColour({ComponentOf(ValueAt(in)), ComponentOf(ValueAt(in + component)),
+                       ComponentOf(ValueAt(in + 2 * component))},
+                      out);
         }
         else if (!_Colours.empty())
         {

@@ -30,8 +30,10 @@ public:
     void Add(const uint8_t* in, size_t numOfPixels, uint8_t* out) const;
 
 private:
+    /// How far a value lies from black to white, 0 to 1.
+    double PartOf(double value) const;
+    uint8_t ComponentOf(double value) const;
     std::array<uint8_t, 3> ColourOf(double value) const;
-    uint8_t PartOf(double value) const;
     double ValueAt(const uint8_t* in) const;
 
     CPixelFormat _Format;

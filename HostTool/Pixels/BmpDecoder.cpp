@@ -2,7 +2,6 @@
 #include "HostTool/Pixels/TileCodec.h"
 
 #include <algorithm>
-#include <cstdlib>
 
 namespace HostTool
 {

@@ -76,9 +76,8 @@ void CGroupPixels::FindAxes()
 void CGroupPixels::FindChannels(std::optional<ValueKind> values)
 {
     const CArea area = _Group.Area(0, 0);
-    if (const auto list = area.Properties(L"EnabledChannelIdList"))
-        for (const std::string& text : list->Texts(L"id"))
-            _Channels.push_back(ChannelOf(area, static_cast<uint32_t>(std::stoul(text)), values));
+    for (const uint32_t id : ChannelIDs(area))
+        _Channels.push_back(ChannelOf(area, id, values));
     if (_Channels.empty())
         throw CHostError(ExitCode::BadFile, _Document.Path().string() + ": " + NameOfGroup(_Group) +
                                                 " has no channels; the document is damaged");

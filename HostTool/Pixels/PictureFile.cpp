@@ -3,6 +3,7 @@
 #include "HostTool/Export/TiffFields.h"
 #include "HostTool/Export/TiffWriter.h"
 #include "HostTool/HostError.h"
+#include "HostTool/Pixels/Bitmap.h"
 
 #include <algorithm>
 #include <csetjmp>
@@ -174,6 +175,22 @@ std::unique_ptr<CPictureWriter> MakePictureWriter(const std::filesystem::path& p
     if (extension == ".tif" || extension == ".tiff")
         return std::make_unique<CTiffPicture>(path, facts);
     Refuse(path, "pictures are written as PNG or TIFF; give a name that ends in .png or .tif");
+}
+
+void WriteBitmap(const CBitmap& bitmap, const std::filesystem::path& path)
+{
+    CPictureFacts facts;
+    facts.Width = bitmap.Width();
+    facts.Height = bitmap.Height();
+    facts.Format.NumOfComponents = 3;
+    const auto writer = MakePictureWriter(path, facts);
+    std::vector<uint8_t> row(size_t{facts.Format.BytesPerPixel()} * bitmap.Width());
+    for (uint32_t y = 0; y < bitmap.Height(); ++y)
+    {
+        bitmap.ReadRow(y, row.data());
+        writer->Write(row);
+    }
+    writer->Finish();
 }
 
 } // namespace HostTool

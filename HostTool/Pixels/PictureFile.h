@@ -10,6 +10,8 @@
 namespace HostTool
 {
 
+class CBitmap;
+
 /// What a picture file is going to hold.
 struct CPictureFacts
 {
@@ -35,5 +37,8 @@ public:
 /// behind the other. Throws CHostError for any other name, and for what a PNG file can't hold.
 std::unique_ptr<CPictureWriter> MakePictureWriter(const std::filesystem::path& path, const CPictureFacts& facts,
                                                   uint32_t numOfPictures = 1);
+
+/// Writes a whole bitmap as such a file, in colours.
+void WriteBitmap(const CBitmap& bitmap, const std::filesystem::path& path);
 
 } // namespace HostTool

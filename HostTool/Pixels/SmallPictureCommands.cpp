@@ -24,23 +24,6 @@ std::string WriteAsStored(const ByteBuffer& bytes, const std::filesystem::path& 
     return path.string() + ": " + std::to_string(bytes.size()) + " bytes as stored";
 }
 
-std::string WriteBitmap(const CBitmap& bitmap, const std::filesystem::path& path)
-{
-    CPictureFacts facts;
-    facts.Width = bitmap.Width();
-    facts.Height = bitmap.Height();
-    facts.Format.NumOfComponents = 3;
-    const auto writer = MakePictureWriter(path, facts);
-    std::vector<uint8_t> row(size_t{3} * bitmap.Width());
-    for (uint32_t y = 0; y < bitmap.Height(); ++y)
-    {
-        bitmap.ReadRow(y, row.data());
-        writer->Write(row);
-    }
-    writer->Finish();
-    return path.string() + ": " + std::to_string(bitmap.Width()) + " x " + std::to_string(bitmap.Height()) + " pixels";
-}
-
 CHostError Nothing(const CDocument& document, const std::string& what)
 {
     return {ExitCode::WrongUsage,
@@ -63,7 +46,10 @@ std::string WritePicture(const CDocument& document, const ByteBuffer& bytes, std
                                                    "; give a name that ends in " + std::string(extension));
     try
     {
-        return WriteBitmap(CBitmap(bytes), path);
+        const CBitmap bitmap(bytes);
+        WriteBitmap(bitmap, path);
+        return path.string() + ": " + std::to_string(bitmap.Width()) + " x " + std::to_string(bitmap.Height()) +
+               " pixels";
     }
     catch (const CTileError& error)
     {

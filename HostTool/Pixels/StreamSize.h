@@ -2,6 +2,8 @@
 
 #include "HostTool/Pixels/TileCodec.h"
 
+#include <optional>
+
 namespace HostTool
 {
 

@@ -3,7 +3,6 @@
 #include "HostTool/ByteBuffer.h"
 #include "HostTool/Pixels/PixelFormat.h"
 
-#include <optional>
 #include <span>
 #include <stdexcept>
 #include <string>

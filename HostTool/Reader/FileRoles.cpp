@@ -13,12 +13,6 @@ namespace
 
 namespace fs = std::filesystem;
 
-/// The folder beside a document in which its stores lie.
-fs::path SideFolderOf(const fs::path& document)
-{
-    return document.parent_path() / ("_" + document.stem().string() + "_");
-}
-
 std::optional<uint64_t> SizeOf(const fs::path& file)
 {
     std::error_code error;

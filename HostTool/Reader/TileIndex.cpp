@@ -1,7 +1,6 @@
 #include "HostTool/Reader/TileIndex.h"
 
 #include "HostTool/Text.h"
-#include "ZelLoader/Images/ZelFrame.h"
 #include "ZelLoader/Images/ZelMultiDimImage.h"
 #include "ZelLoader/Store/KorFile.h"
 #include "ZelLoader/ZelImgDoc.h"

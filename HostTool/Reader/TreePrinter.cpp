@@ -7,7 +7,6 @@
 
 #include <algorithm>
 #include <iomanip>
-#include <span>
 
 namespace HostTool
 {

@@ -222,7 +222,6 @@ CCheckedDocument CheckTiles(const CPluginHost& host, const std::filesystem::path
 {
     const auto start = std::chrono::steady_clock::now();
     CCheckedDocument checked;
-    std::vector<CGroupIndex> index;
     {
         const CDocument document(host, path);
         checked.Path = document.Path();
@@ -230,7 +229,7 @@ CCheckedDocument CheckTiles(const CPluginHost& host, const std::filesystem::path
         for (int group = 0; group < numOfGroups; ++group)
             checked.Groups.push_back(EmptyGroup(CGroupPixels(document, group, options.Values), options.IsHashing));
     }
-    index = TileIndexOf(CReaderDocument(path));
+    const std::vector<CGroupIndex> index = TileIndexOf(CReaderDocument(path));
     CTileReaders readers(host, path, index, options);
     CChecker(readers, checked, options).Run();
     checked.Seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
