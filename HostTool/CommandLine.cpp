@@ -28,6 +28,18 @@ int Refuse(const std::string& line, ExitCode code)
     return static_cast<int>(code);
 }
 
+/// What is wrong with the words, up to the name of the command that they are for.
+std::string WhatIsWrong(const CLI::App& app, const CLI::ParseError& error)
+{
+    if (const auto commands = app.get_subcommands(); !commands.empty())
+        return std::string(error.what()) + "; 'zel " + commands.front()->get_name();
+    const std::vector<std::string> unknown = app.remaining();
+    if (unknown.empty())
+        return std::string(error.what()) + "; 'zel";
+    return "there is no " + std::string(unknown.front().starts_with('-') ? "option " : "command ") + unknown.front() +
+           "; 'zel";
+}
+
 } // namespace
 
 CCommandLine::CCommandLine()
@@ -38,8 +50,8 @@ CCommandLine::CCommandLine()
 {
     _App->require_subcommand(1);
     _App->set_version_flag("--version", "zel " ZEL_VERSION, "print the version");
-    _App->footer("Exit codes: 0 done, 1 the file is damaged or not of this format, 2 wrong usage, 3 a side file is "
-                 "missing.\n"
+    _App->footer("Exit codes: " + std::string(MeaningsOfExitCodes) +
+                 "\n"
                  "'zel COMMAND --help' tells more of a command.\n\n"
                  "Examples:\n"
                  "  zel info slide.zel\n"
@@ -123,9 +135,7 @@ int CCommandLine::Run(int argc, const char* const* argv)
     {
         if (error.get_exit_code() == 0) // help or version
             return _App->exit(error);
-        const auto commands = _App->get_subcommands();
-        const std::string name = commands.empty() ? "zel" : "zel " + commands.front()->get_name();
-        return Refuse(std::string(error.what()) + "; '" + name + " --help' tells more", ExitCode::WrongUsage);
+        return Refuse(WhatIsWrong(*_App, error) + " --help' tells more", ExitCode::WrongUsage);
     }
     catch (const CHostError& error)
     {

@@ -52,8 +52,8 @@ std::string WriteDecodedTile(const CGroupPixels& pixels, const CTilePlace& place
     }
     catch (const CTileError& error)
     {
-        throw CHostError(ExitCode::BadFile,
-                         pixels.Document().Path().string() + ": " + name + ": cannot be decoded: " + error.what());
+        throw CHostError(ExitCode::BadFile, pixels.Document().Path().string() + ": " + name + ": cannot be decoded: " +
+                                                error.what() + "; 'zel tile' without --png writes it as stored");
     }
 }
 

@@ -30,8 +30,15 @@ CMeaning MeaningOf(AC_Result result, const std::filesystem::path& document)
     case AC_RESULT_DATA_NOT_SUPPORTED:
     case AC_RESULT_UNSUPPORTED_OPERATION:
         return {ExitCode::BadFile, "the document holds data of a kind that the plug-in does not read"};
+    case AC_RESULT_FAILURE:
+        if (std::error_code ignored; std::filesystem::is_directory(document, ignored))
+            return {ExitCode::WrongUsage, "this is a folder; give the file that ends in .zel"};
+        // The plug-in tells a rule that the file breaks and a read that fails by the same result.
+        return {ExitCode::BadFile,
+                "the file is damaged or not a document of this format, or this machine could not read it (disk, "
+                "memory, open files); try again, or another copy"};
     default:
-        return {ExitCode::BadFile, "the file is damaged, or not a document of this format"};
+        return {ExitCode::BadFile, "the file is damaged, or not a document of this format; try another copy"};
     }
 }
 

@@ -13,10 +13,14 @@ namespace HostTool
 enum class ExitCode : int
 {
     Done = 0,
-    BadFile = 1,     ///< damaged, or not a document of this format
+    BadFile = 1,     ///< damaged, not a document of this format, or unreadable for another reason
     WrongUsage = 2,  ///< wrong options, no such file, no such tile, no room to write to
     MissingFile = 3, ///< the document is there, a file beside it is not
 };
+
+/// The same for the help.
+constexpr const char* MeaningsOfExitCodes = "0 done, 1 the file is damaged, not of this format, or could not be read, "
+                                            "2 wrong usage, 3 a side file is missing.";
 
 /// A failure as the user is to read it: one line that says what, where, and what to do, and the exit code for scripts.
 class CHostError : public std::runtime_error

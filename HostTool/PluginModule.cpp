@@ -19,8 +19,10 @@ void* CPluginModule::Symbol(const char* name) const
 {
     void* symbol = dlsym(_Module.get(), name);
     if (!symbol)
-        throw CHostError(ExitCode::WrongUsage,
-                         _Path.string() + ": no function " + name + "; this is another plug-in, or an older one");
+        throw CHostError(
+            ExitCode::WrongUsage,
+            _Path.string() + ": no function " + name +
+                "; this is another plug-in, or an older one; build it anew, or name another one by --plugin");
     return symbol;
 }
 

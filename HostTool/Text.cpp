@@ -126,4 +126,9 @@ std::string TextOf(double number)
     return text.str();
 }
 
+std::string TextOfCount(uint64_t count, const std::string& thing)
+{
+    return std::to_string(count) + " " + thing + (count == 1 ? "" : "s");
+}
+
 } // namespace HostTool

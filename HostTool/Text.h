@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <string_view>
 
@@ -19,5 +20,8 @@ std::string Printable(std::string utf8);
 
 /// A number as people write it, in the same way in every locale.
 std::string TextOf(double number);
+
+/// "1 tile", "2 tiles"
+std::string TextOfCount(uint64_t count, const std::string& thing);
 
 } // namespace HostTool

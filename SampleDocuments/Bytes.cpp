@@ -71,7 +71,7 @@ ByteString ReadFile(const std::filesystem::path& path)
     file.seekg(0);
     file.read(reinterpret_cast<char*>(bytes.data()), size);
     if (!file)
-        throw CSampleError(path.string() + ": reading failed before its end");
+        throw CSampleError(path.string() + ": reading failed before its end; try another copy");
     return bytes;
 }
 

@@ -63,7 +63,7 @@ CPicture Decode(std::span<const uint8_t> bytes)
         return DecodeJpeg(bytes);
     if (text.starts_with("\xFF\x4F\xFF\x51"))
         return DecodeJ2k(bytes);
-    throw CSampleError("is no PNG, JPEG, JPEG 2000 or TIFF picture");
+    throw CSampleError("is no PNG, JPEG, JPEG 2000 or TIFF picture; take one of these");
 }
 
 ByteString EncodeBmp(const CPicture& picture)

@@ -115,7 +115,7 @@ void CheckSide(const CPicture& picture, const CSlideOptions& options)
 void CheckInDocument(const CPicture& picture, const CSlideOptions& options)
 {
     if (options.NumOfLevels.value_or(1) != 1)
-        throw CSampleError("slide: a stack in the document has one level");
+        throw CSampleError("slide: a stack in the document has one level; take a store for more");
     const bool isTiled = options.RowsPerStrip == 0;
     if (isTiled && options.Compression == StoreCompression::Jpeg)
         throw CSampleError("slide: JPEG in the document takes one strip, not tiles");
@@ -151,7 +151,7 @@ void CheckOptions(const CPicture& picture, const CSlideOptions& options)
         CheckInDocument(picture, options);
     else if (!options.HasXml &&
              uint64_t{options.NumOfZ} * options.NumOfT * options.NumOfLambdas * options.NumOfChannels > 1)
-        throw CSampleError("slide: a TIFF store without XML has one frame");
+        throw CSampleError("slide: a TIFF store without XML has one frame; take one with XML (ome-tiff)");
     CheckSide(picture, options);
 }
 
@@ -222,7 +222,8 @@ Stack StackOf(const std::shared_ptr<const CPicture>& picture, const CSlideOption
 CPicture CutToWholeTiles(const CPicture& picture, const CSlideOptions& options)
 {
     if (picture.Width() < options.TileWidth || picture.Height() < options.TileHeight)
-        throw CSampleError("slide: the picture is smaller than a tile and can't be cut to whole ones");
+        throw CSampleError(
+            "slide: the picture is smaller than a tile and can't be cut to whole ones; take smaller tiles");
     return picture.Cut(picture.Width() / options.TileWidth * options.TileWidth,
                        picture.Height() / options.TileHeight * options.TileHeight);
 }

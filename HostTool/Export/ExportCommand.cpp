@@ -85,11 +85,6 @@ void RequireHoldable(const CDocument& document, const CGroupExport& group)
                                  "; 'zel region -c' writes them, or say --values float");
 }
 
-std::string TextOfCount(uint64_t count, const std::string& thing)
-{
-    return std::to_string(count) + " " + thing + (count == 1 ? "" : "s");
-}
-
 /// The file, from its tiles to its name.
 class CExporter
 {
@@ -103,7 +98,9 @@ public:
                 RequireHoldable(document, *_Groups.back());
             }
         if (_Groups.empty())
-            throw CHostError(ExitCode::WrongUsage, document.Path().string() + ": the document has no pictures");
+            throw CHostError(ExitCode::WrongUsage,
+                             document.Path().string() +
+                                 ": the document has no pictures; 'zel info' tells what there is");
     }
 
     CExportOutcome Run()

@@ -1,5 +1,7 @@
 #include "HostTool/Manual/ManualPage.h"
 
+#include "HostTool/HostError.h"
+
 #include <algorithm>
 #include <sstream>
 
@@ -105,8 +107,7 @@ std::string ManualPageOf(const CCommandTexts& command, const std::vector<CComman
     out << ".SH EXAMPLES\n.nf\n";
     for (const std::string& example : command.Examples)
         out << Escaped(example) << '\n';
-    out << ".fi\n.SH EXIT STATUS\n"
-           "0 done, 1 the file is damaged or not of this format, 2 wrong usage, 3 a side file is missing.\n";
+    out << ".fi\n.SH EXIT STATUS\n" << MeaningsOfExitCodes << '\n';
     if (!command.Name.empty())
         out << ".SH SEE ALSO\n.BR zel (1)\n";
     return out.str();

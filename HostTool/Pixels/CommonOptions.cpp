@@ -28,7 +28,8 @@ std::optional<ValueKind> CCommonOptions::Values() const
 void CCommonOptions::AddTo(CLI::App& command)
 {
     Jobs = UsualNumOfJobs();
-    command.add_option("-j,--jobs", Jobs, "threads to decode on")->check(CLI::Range(1U, MostJobs));
+    command.add_option("-j,--jobs", Jobs, "threads to decode on. Default: one for each processor")
+        ->check(CLI::Range(1U, MostJobs));
     command
         .add_option("--values", ValuesText,
                     "what raw values are, which the plug-in does not tell: unsigned, signed or float. Default: float "

@@ -106,7 +106,8 @@ CChannelPixels CGroupPixels::ChannelOf(const CArea& area, uint32_t id, std::opti
         bytesPerPixel % channel.Format.NumOfComponents != 0)
         throw CHostError(ExitCode::BadFile, _Document.Path().string() + ": channel " + std::to_string(id) + " of " +
                                                 NameOfGroup(_Group) + " has pixels of " +
-                                                std::to_string(bytesPerPixel) + " bytes, which cannot be read");
+                                                std::to_string(bytesPerPixel) +
+                                                " bytes; the document is damaged, or of a kind that is not known");
     channel.Format.BytesPerComponent = static_cast<uint32_t>(bytesPerComponent);
     channel.AreValuesGuessed = bytesPerComponent > 2 && !values;
     channel.Format.Values = values.value_or(channel.AreValuesGuessed ? ValueKind::Float : ValueKind::Unsigned);

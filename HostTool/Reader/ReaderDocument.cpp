@@ -16,7 +16,7 @@ namespace
 /// What the exported functions would have answered to the failure that errno tells.
 AC_Result ResultOfErrno()
 {
-    return errno == 0 ? AC_RESULT_FAILURE : CIA::CiaResultToAC_Result();
+    return errno == 0 ? AC_RESULT_FAILURE : CIA::CiaResultToAC_ResultArr();
 }
 
 } // namespace

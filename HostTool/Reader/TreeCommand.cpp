@@ -40,8 +40,8 @@ ExitCode PrintTree(const std::filesystem::path& file, const CTreeRequest& reques
     printer.Print();
     if (printer.NumOfErrors() > 0)
         throw CHostError(ExitCode::BadFile, file.string() + ": the tree is damaged at " +
-                                                std::to_string(printer.NumOfErrors()) +
-                                                " places, which the output shows by 'error'");
+                                                TextOfCount(printer.NumOfErrors(), "place") +
+                                                "; the output shows where, by 'error'");
     if (printer.NumOfFields() == 0 && !request.TagPath.empty())
         throw CHostError(ExitCode::WrongUsage,
                          file.string() + ": nothing lies under these tags; without --tag all of the tree is shown");

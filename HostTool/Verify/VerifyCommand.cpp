@@ -52,12 +52,12 @@ ExitCode Verify(const std::filesystem::path& plugin, const std::filesystem::path
     }
     const bool isAsBefore = request.Against.empty() || IsAsBefore(checked, request.Against);
     if (const uint64_t numOfBad = checked.NumOfBadTiles())
-        throw CHostError(ExitCode::BadFile, checked.Path.string() + ": " + std::to_string(numOfBad) +
-                                                (numOfBad == 1 ? " bad tile" : " bad tiles") +
+        throw CHostError(ExitCode::BadFile, checked.Path.string() + ": " + TextOfCount(numOfBad, "bad tile") +
                                                 "; 'zel tiles' tells where tiles lie");
     if (!isAsBefore)
         throw CHostError(ExitCode::BadFile, checked.Path.string() + ": is not as it was when " +
-                                                request.Against.string() + " was written");
+                                                request.Against.string() +
+                                                " was written; the output tells what differs");
     return ExitCode::Done;
 }
 

@@ -37,7 +37,8 @@ void CheckTarget(const fs::path& path, const Document& document)
     std::error_code error;
     fs::create_directories(FolderOf(path), error);
     if (error)
-        throw CSampleError(FolderOf(path).string() + ": the folder can't be made: " + error.message());
+        throw CSampleError(FolderOf(path).string() + ": the folder can't be made: " + error.message() +
+                           "; choose another one");
     const fs::path target = FolderOf(path) / path.filename();
     CheckHasNoLinks(FolderOf(path), target);
     for (const Stack& stack : document.Stacks())
@@ -53,7 +54,7 @@ void RemoveOldStores(const fs::path& path, const Document& document)
             fs::remove(document.StorePath(path, stack.Id()).parent_path() / name, error);
             if (error)
                 throw CSampleError(document.StorePath(path, stack.Id()).parent_path().string() + ": the old " + name +
-                                   " can't be removed: " + error.message());
+                                   " can't be removed: " + error.message() + "; remove it, or choose another name");
         }
 }
 

@@ -38,6 +38,7 @@ INSTANTIATE_TEST_SUITE_P(
         Meaning{AC_RESULT_MISSING_FILE, ExitCode::MissingFile, "put the folder /data/_slide_ back beside the document"},
         Meaning{AC_RESULT_IN_USE, ExitCode::BadFile, "is being written by another program, or may not be read"},
         Meaning{AC_RESULT_DATA_NOT_SUPPORTED, ExitCode::BadFile, "data of a kind that the plug-in does not read"},
+        Meaning{AC_RESULT_FAILURE, ExitCode::BadFile, "or this machine could not read it (disk, memory, open files)"},
         Meaning{AC_RESULT_FILE_CORRUPT, ExitCode::BadFile, "damaged, or not a document of this format"}));
 
 } // namespace

@@ -2,10 +2,13 @@
 
 #include "HostTool/Base64.h"
 #include "HostTool/Reader/FieldText.h"
+#include "HostTool/Reader/TileIndex.h"
 #include "Tests/HostTool/ZelProgram.h"
+#include "Tests/Support/ChildProcess.h"
 
 #include <gmock/gmock.h>
 #include <nlohmann/json.hpp>
+#include <sys/resource.h>
 
 namespace
 {
@@ -70,6 +73,27 @@ protected:
         return TestSupport::BytesOf(tiles.at("file")).substr(at("offset"), at("length"));
     }
 };
+
+TEST_F(ZelTiles, AreRefusedInALineWhereNoFileCanBeOpenedAnyMore)
+{
+    Write(Stack(1).Jpeg());
+    const auto result = [this]
+    {
+        const HostTool::CReaderDocument document(SlideName());
+        constexpr rlimit none{0, 0};
+        setrlimit(RLIMIT_NOFILE, &none);
+        try
+        {
+            HostTool::TileIndexOf(document);
+        }
+        catch (const HostTool::CHostError& error)
+        {
+            return static_cast<int>(error.Code());
+        }
+        return 0;
+    };
+    EXPECT_EQ(TestSupport::RunInChild(result), TestSupport::ExitedWith(1));
+}
 
 TEST_F(ZelTiles, TellsWhereTheBytesLie)
 {

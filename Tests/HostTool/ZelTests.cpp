@@ -161,7 +161,7 @@ TEST_F(Zel, RefusesAFileOfAnotherKind)
 TEST_F(Zel, RefusesAFolderNamedLikeADocument)
 {
     std::filesystem::create_directory(SlideName());
-    EXPECT_EQ(Run({"info", SlideName()}).ExitCode, 1);
+    ExpectRefusal(Run({"info", SlideName()}), 2, "cannot open: this is a folder; give the file that ends in .zel");
 }
 
 TEST_F(Zel, RefusesAFileThatIsNoDocument)
@@ -219,6 +219,12 @@ TEST_F(Zel, RefusesOptionsThatItDoesNotKnow)
 TEST_F(Zel, RefusesToRunWithoutACommand)
 {
     ExpectRefusal(Run({}), 2, "'zel --help' tells more");
+}
+
+TEST_F(Zel, NamesTheCommandOrOptionThatItDoesNotKnow)
+{
+    ExpectRefusal(Run({"show", "slide.zel"}), 2, "there is no command show; 'zel --help' tells more");
+    ExpectRefusal(Run({"--colour"}), 2, "there is no option --colour; 'zel --help' tells more");
 }
 
 TEST_F(Zel, HelpsOnRequest)
