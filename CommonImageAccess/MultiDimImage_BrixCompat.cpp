@@ -194,10 +194,9 @@ bool CMultiDimImage::BrixPropset_XYStagePosition(const AC_PARAMS& params, CBrixP
     ZEL_ASSERT(xUnits && yUnits);
     const auto nanometres = [](double value, const wchar_t* units)
     {
-        if (std::isnan(value))
-            return NotAvailable;
-        ZEL_ASSERT(value < 2147483647.0);
-        return ToIntegerWithCheck<int32_t>(myRound(ConvertToUnits(value, units, "m", 9)));
+        ZEL_ASSERT(std::isnan(value) || value < 2147483647.0);
+        const double length = myRound(ConvertToUnits(value, units, "m", 9)); // a unit must be one, value or not
+        return std::isnan(length) ? NotAvailable : ToIntegerWithCheck<int32_t>(length);
     };
     propset.AddPoint(L"position", {nanometres(x, xUnits), nanometres(y, yUnits)});
     if (std::isnan(x) || std::isnan(y)) // a position with one axis alone is none

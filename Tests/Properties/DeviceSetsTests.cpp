@@ -255,6 +255,7 @@ INSTANTIATE_TEST_SUITE_P(
         StageRow{{"YIsNoNumber"}, {{1, Micrometres}}, {{NotANumber, Micrometres}}, AC_RESULT_PROPERTY_NOT_FOUND, ""},
         StageRow{{"Neither"}, {}, {}, AC_RESULT_PROPERTY_NOT_FOUND, ""},
         StageRow{{"NoUnit"}, {{1}}, {{1}}, AC_RESULT_FAILURE, ""},
+        StageRow{{"UnitWithoutALengthOfNoNumber"}, {{NotANumber, "um"}}, {{1, Micrometres}}, AC_RESULT_FAILURE, ""},
         StageRow{{"TooLarge"}, {{2147483647.0, "10^-9m^1"}}, {{1, Micrometres}}, AC_RESULT_FAILURE, ""},
         StageRow{{"TooLargeInNanometres"}, {{2147484, Micrometres}}, {{1, Micrometres}}, AC_RESULT_FAILURE, ""},
         StageRow{{"TooSmall"}, {{-1e300, "10^-9m^1"}}, {{1, Micrometres}}, AC_RESULT_FAILURE, ""}),
