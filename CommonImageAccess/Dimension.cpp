@@ -204,29 +204,31 @@ const wchar_t* CDimension::Units()
 bool CDimension::Units_init(const wchar_t*& varToInit)
 {
     ZEL_ASSERT(!varToInit);
+    if (IsUnitlessDimension(_Type))
+    {
+        varToInit = L"(This dimension does not have units)";
+        return true;
+    }
+    const wchar_t* nativeUnits = NativeUnits(); // also where the answer does not depend on it: asking for it is logged
     switch (_Type)
     {
     case DimensionType::DimensionType_T:
-        if (!IsValidUnitOfTime(NativeUnits()))
+        if (!IsValidUnitOfTime(nativeUnits))
             return false;
         varToInit = L"10^-3s^1";
         return true;
     case DimensionType::DimensionType_L:
-        if (!IsValidUnitOfLength(NativeUnits()))
+        if (!IsValidUnitOfLength(nativeUnits))
             return false;
         varToInit = L"10^-9m^1";
         return true;
     case DimensionType::DimensionType_Z:
         varToInit = L"10^-6m^1";
         return true;
-    case DimensionType::DimensionType_C:
-    case DimensionType::DimensionType_P:
-        varToInit = L"(This dimension does not have units)";
-        return true;
     default:
         break;
     }
-    if (IsValidUnitOfLength(NativeUnits()))
+    if (IsValidUnitOfLength(nativeUnits))
     {
         varToInit = L"10^-6m^1";
         return true;
