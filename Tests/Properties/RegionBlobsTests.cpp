@@ -3,6 +3,8 @@
 #include "SampleDocuments/Tags.h"
 #include "Tests/Properties/RegionsOfTest.h"
 
+#include <numeric>
+
 using namespace SlideOfTest;
 
 namespace
@@ -47,6 +49,36 @@ TEST_P(FormOfABlob, OfTheDocumentServesAllItsStacks)
     EXPECT_THAT(Names(0), ElementsAre("of 1", "of all"));
     EXPECT_THAT(Names(1), ElementsAre("of all"));
     EXPECT_THAT(Names(0), ElementsAre("of 1", "of all"));
+}
+
+/// A document whose blob of XML is met so many times, by a chain that leads back to it.
+Document DocumentThatSharesABlob(uint32_t times)
+{
+    constexpr uint32_t OffsetOfFirstChild = 24; // from the volume's start
+    Document document;
+    document.With(Stack(1)).FileBlob(One("shared"));
+    CNode& images = document.Volume({Tag::Collection});
+    CNode blob = images.Child(Tag::Blob);
+    images.Drop(Tag::Blob).Add(blob.Next(OffsetOfFirstChild));
+    const size_t numOfChildren = images.Children().size();
+    std::vector<size_t> order(numOfChildren); // the last of the chain, and the first in the file
+    std::iota(order.begin() + 1, order.end(), size_t{0});
+    order.front() = numOfChildren - 1;
+    images.FileOrder(order).Count(static_cast<uint32_t>(numOfChildren) + times - 1);
+    return document;
+}
+
+TEST_F(RegionsOfModel, OfABlobThatIsMetTwiceAreThereTwice)
+{
+    Open(DocumentThatSharesABlob(2));
+    EXPECT_THAT(Names(), ElementsAre("shared", "shared"));
+}
+
+TEST_F(RegionsOfModel, OfABlobThatIsMetForMoreTextThanTheFileHasAreRefused)
+{
+    Open(DocumentThatSharesABlob(50));
+    EXPECT_EQ(ResultOfList(), AC_RESULT_FAILURE);
+    EXPECT_EQ(ResultOfList(), AC_RESULT_FAILURE);
 }
 
 TEST_P(FormOfABlob, MayHoldNoRegion)

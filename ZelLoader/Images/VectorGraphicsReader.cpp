@@ -103,6 +103,10 @@ bool CVectorGraphicsReader::ReadXmlBlob(const CZelDataFieldForBlob& blob)
     ZEL_ASSERT(_Document.ReadUInt16() == ByteOrderMark);
     const uint32_t sizeOfText = byteCount - static_cast<uint32_t>(sizeof ByteOrderMark);
     ZEL_ASSERT(sizeOfText <= _Document.FileSize() - _Document.GetCurrentOffset()); // before it is allocated
+    // Texts that stand once fit the file; blobs that share one would have it parsed, and its regions kept, over and
+    // over.
+    ZEL_ASSERT(sizeOfText <= _Document.FileSize() - _NumOfXmlBytesRead);
+    _NumOfXmlBytesRead += sizeOfText;
     std::vector<Byte> text(sizeOfText);
     ZEL_ASSERT(text.empty() || _Document.ReadData(text.data(), sizeOfText));
     pugi::xml_document xml;

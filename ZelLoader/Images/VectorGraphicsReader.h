@@ -56,6 +56,7 @@ private:
     CBinaryFileReader& _Document;
     CZelTagTreeReader& _TagTree;
     std::vector<CVectorGraphicsImage>& _Images;
+    uint64_t _NumOfXmlBytesRead = 0; ///< of all blobs together, which the size of the file limits
 };
 
 /// The points of a shape that is stored as tags, reworked as hosts want them; empty where nobody knows where they
