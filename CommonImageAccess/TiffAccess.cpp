@@ -26,6 +26,10 @@ constexpr uint64_t MaxNumOfEntries = 65535; ///< of a directory, also where its 
 constexpr uint64_t SizeOfEntry = 12;
 constexpr uint64_t SizeOfEntryInBigTiff = 20;
 constexpr size_t MemoryForADirectory = 65536;
+/// libtiff needs the square of the number of tags that it does not know. No directory of a picture comes near.
+constexpr uint64_t MaxNumOfEntriesRead = 1000;
+/// Directories may share their values, so that what is read of all of them can be more than the file.
+constexpr uint64_t MaxShareOfValues = 64;
 
 /// Throws std::bad_alloc where memory has run out. libtiff does not survive that everywhere, as when it keeps a tag
 /// that it does not know; so the little that a directory takes is asked for before it is called.
@@ -56,21 +60,29 @@ std::optional<Number> NumberAt(TIFF* tif, uint64_t offset)
     return std::bit_cast<Number>(bytes);
 }
 
-template <typename Count, typename Offset>
-uint64_t OffsetOfNextDirectory(TIFF* tif, uint64_t offset, uint64_t sizeOfEntry)
+/// How many entries the directory at an offset has; nothing where none can be.
+std::optional<uint64_t> NumOfEntries(TIFF* tif, uint64_t offset)
 {
-    const std::optional<Count> numOfEntries = NumberAt<Count>(tif, offset);
-    if (!numOfEntries || *numOfEntries > MaxNumOfEntries)
-        return 0;
-    return NumberAt<Offset>(tif, offset + sizeof(Count) + *numOfEntries * sizeOfEntry).value_or(0);
+    const std::optional<uint64_t> number =
+        TIFFIsBigTIFF(tif) ? NumberAt<uint64_t>(tif, offset) : std::optional<uint64_t>(NumberAt<uint16_t>(tif, offset));
+    return number && *number <= MaxNumOfEntries ? number : std::nullopt;
+}
+
+uint64_t SizeOfEntries(TIFF* tif, uint64_t numOfEntries)
+{
+    return numOfEntries * (TIFFIsBigTIFF(tif) ? SizeOfEntryInBigTiff : SizeOfEntry);
 }
 
 /// Where the directory behind the one at `offset` lies; 0 when there is none. That one is not read: it may be one that
 /// libtiff cannot read, and is no obstacle to those behind it.
 uint64_t OffsetOfNextDirectory(TIFF* tif, uint64_t offset)
 {
-    return TIFFIsBigTIFF(tif) ? OffsetOfNextDirectory<uint64_t, uint64_t>(tif, offset, SizeOfEntryInBigTiff)
-                              : OffsetOfNextDirectory<uint16_t, uint32_t>(tif, offset, SizeOfEntry);
+    const std::optional<uint64_t> numOfEntries = NumOfEntries(tif, offset);
+    if (!numOfEntries)
+        return 0;
+    const uint64_t behind = offset + SizeOfEntries(tif, *numOfEntries);
+    return TIFFIsBigTIFF(tif) ? NumberAt<uint64_t>(tif, behind + sizeof(uint64_t)).value_or(0)
+                              : NumberAt<uint32_t>(tif, behind + sizeof(uint16_t)).value_or(0);
 }
 
 tmsize_t ReadRaw(tmsize_t (*read)(TIFF*, uint32_t, void*, tmsize_t), TIFF* tif, uint32_t number, void* buffer,
@@ -150,6 +162,7 @@ TIFF* CTiffImageDoc::TiffFilePtr()
         if (handle)
         {
             _OffsetsOfDirectories = {TIFFCurrentDirOffset(handle.get())};
+            _Cost = {};
             _CurrentDirectory = 0;
             _TiffFilePtr = std::move(handle);
         }
@@ -180,21 +193,23 @@ bool CTiffImageDoc::GoToDirectory(uint32_t dir)
 {
     // Unknown from here on, should what follows fail half-way.
     const std::optional<uint32_t> current = std::exchange(_CurrentDirectory, std::nullopt);
+    TIFF* tif = _TiffFilePtr.get();
+    const bool isFirstTime = !_Cost.DirectoriesMet.contains(dir);
+    if (!FindDirectory(dir) || (isFirstTime && !IsWorthReading(dir)))
+        return false;
+    _Cost.DirectoriesMet.insert(dir);
     const bool isNext = current && *current + 1 == dir; // one after the other is how frames are read
-    if (!(isNext ? ReadNextDirectory(dir) : ReadDirectory(dir)))
+    const uint64_t numOfBytesBefore = CTiffFile::Of(tif).NumOfBytesRead();
+    const int isRead = isNext ? TIFFReadDirectory(tif) : TIFFSetSubDirectory(tif, _OffsetsOfDirectories[dir]);
+    if (isFirstTime)
+        _Cost.NumOfBytesRead += CTiffFile::Of(tif).NumOfBytesRead() - numOfBytesBefore;
+    if (isRead != 1)
         return false;
     _CurrentDirectory = dir;
     return true;
 }
 
-bool CTiffImageDoc::ReadNextDirectory(uint32_t dir)
-{
-    if (TIFFReadDirectory(_TiffFilePtr.get()) != 1)
-        return false;
-    return dir < _OffsetsOfDirectories.size() || AddDirectory(TIFFCurrentDirOffset(_TiffFilePtr.get()));
-}
-
-bool CTiffImageDoc::ReadDirectory(uint32_t dir)
+bool CTiffImageDoc::FindDirectory(uint32_t dir)
 {
     while (dir >= _OffsetsOfDirectories.size())
     {
@@ -202,7 +217,29 @@ bool CTiffImageDoc::ReadDirectory(uint32_t dir)
         if (next == 0 || !AddDirectory(next))
             return false;
     }
-    return TIFFSetSubDirectory(_TiffFilePtr.get(), _OffsetsOfDirectories[dir]) == 1;
+    return true;
+}
+
+bool CTiffImageDoc::IsWorthReading(uint32_t dir)
+{
+    TIFF* tif = _TiffFilePtr.get();
+    const uint64_t numOfEntries = NumOfEntries(tif, _OffsetsOfDirectories[dir]).value_or(0); // then libtiff complains
+    if (numOfEntries > MaxNumOfEntriesRead)
+    {
+        ZEL_LOG("TIFF directory %u has too many entries!", dir);
+        return false;
+    }
+    if (dir == 0) // read when the file was opened
+        return true;
+    const uint64_t fileSize = CTiffFile::Of(tif).Size();
+    const uint64_t sizeOfEntries = _Cost.SizeOfEntries + SizeOfEntries(tif, numOfEntries);
+    if (sizeOfEntries > fileSize || _Cost.NumOfBytesRead / MaxShareOfValues > fileSize)
+    {
+        ZEL_LOG("TIFF directory %u: the directories lie in each other!", dir);
+        return false;
+    }
+    _Cost.SizeOfEntries = sizeOfEntries;
+    return true;
 }
 
 bool CTiffImageDoc::AddDirectory(uint64_t offset)

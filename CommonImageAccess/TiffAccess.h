@@ -4,6 +4,7 @@
 #include <optional>
 #include <string>
 #include <tiffio.h>
+#include <unordered_set>
 #include <vector>
 
 namespace CIA
@@ -59,11 +60,12 @@ public:
 private:
     /// Makes a directory the current one, which is unknown when that fails; false when there is none.
     bool GoToDirectory(uint32_t dir);
-    /// Goes from the current directory to the next one, which has that number; false when there is none.
-    bool ReadNextDirectory(uint32_t dir);
-    /// Goes to a directory from wherever the handle stands; false when there is none. Those before it need not be
-    /// readable.
-    bool ReadDirectory(uint32_t dir);
+    /// Finds out where a directory lies; false when there is none. Those before it need not be readable.
+    bool FindDirectory(uint32_t dir);
+    /// False for a directory, met for the first time, that would cost far more to read than it could be worth: one of
+    /// very many entries, or one more where all that were met together hold more entries, or many times more values,
+    /// than the file could side by side. They may lie in each other, and so be as many as anyone likes.
+    bool IsWorthReading(uint32_t dir);
     /// Keeps the offset of the directory behind the last one that is known. False for one that is known already: there
     /// a chain that leads back ends.
     bool AddDirectory(uint64_t offset);
@@ -72,6 +74,15 @@ private:
     std::wstring _FileName;
     std::vector<uint64_t> _OffsetsOfDirectories; ///< of those found so far, by number
     std::optional<uint32_t> _CurrentDirectory;
+
+    /// What was spent on reading each directory for the first time.
+    struct CCost
+    {
+        std::unordered_set<uint32_t> DirectoriesMet;
+        uint64_t SizeOfEntries = 0;
+        uint64_t NumOfBytesRead = 0;
+    };
+    CCost _Cost;
 };
 
 } // namespace CIA

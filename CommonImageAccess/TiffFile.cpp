@@ -45,6 +45,7 @@ tmsize_t CTiffFile::Read(unsigned char* bytes, uint64_t size)
             break;
     }
     _offset += numOfBytes;
+    _numOfBytesRead += numOfBytes;
     _hasFailed = _hasFailed || numOfBytes < wanted || (wanted < size && HasOtherSizeNow());
     // Never -1: libtiff 4.5 adds what it got to where it goes on, and would clear a byte before its buffer.
     return static_cast<tmsize_t>(numOfBytes);

@@ -23,6 +23,10 @@ public:
     bool HasFailed() const { return _hasFailed; }
     void ForgetFailure() { _hasFailed = false; }
 
+    uint64_t Size() const { return _size; } ///< as it was when the file was opened
+    /// All that was read of it so far.
+    uint64_t NumOfBytesRead() const { return _numOfBytesRead; }
+
     /// Lets libtiff open it: null when it is no TIFF. The handle takes `file` over and closes it in the end.
     static TIFF* OpenAsTiff(std::unique_ptr<CTiffFile>& file, const std::string& name, const char* mode,
                             TIFFOpenOptions* options);
@@ -46,8 +50,9 @@ private:
     static toff_t SizeProc(thandle_t file);
 
     std::unique_ptr<std::FILE, CloseStream> _file;
-    uint64_t _size = 0; ///< as it was when the file was opened
+    uint64_t _size = 0;
     uint64_t _offset = 0;
+    uint64_t _numOfBytesRead = 0;
     bool _hasFailed = false;
 };
 

@@ -1,5 +1,6 @@
 // Directories that lie: each one ends in a result, within a few seconds and a modest amount of memory.
 
+#include "SampleDocuments/Tags.h"
 #include "Tests/Support/ChildProcess.h"
 #include "Tests/Tiff/TiffSlide.h"
 
@@ -300,6 +301,52 @@ TEST_F(HostileTiff, OfTenThousandDirectoriesOpensAndIsWalked)
         numOfTiles += ReadInto(*tile, 2).IsRead;
     EXPECT_EQ(numOfTiles, 10000u);
     EXPECT_EQ(BodyOf(Tile(0, 0, L"0", {AtT(9999)})), stack.TileBytes(0, 0, 0, {.T = 9999}));
+}
+
+// libtiff complains of a tag that it does not know each time it reads a directory, and so tells how often it does.
+
+size_t NumOfReadings(const std::string& log)
+{
+    size_t number = 0;
+    for (size_t at = log.find("Unknown field"); at != std::string::npos; at = log.find("Unknown field", at + 1))
+        ++number;
+    return number;
+}
+
+TEST_F(HostileTiff, WhoseFramesShareTwoDirectoriesReadsThemAFewTimes)
+{
+    Document document;
+    document.With(Stack(1).Size(16, 16).Tiles(16, 16).Z(100).InDocument(16).WithoutDisplayLimits());
+    for (CTiffDirectory& directory : document.File().Directories)
+        directory.Set(65000, TiffType::Long, {1});
+    CNode& stack = document.Volume({Tag::Collection, Tag::Stack});
+    for (uint32_t z = 0; z < 100; ++z)
+        stack.Child(Tag::Frame, z).Child(Tag::FrameDirectory).SecondTag(1 + z % 2);
+    Open(std::move(document));
+    const std::string log = LogOf(
+        [&]
+        {
+            EXPECT_EQ(Model().Channels().at(0)->PixelFormat()->MaxNumOfUsedBits(), 8u);
+            EXPECT_NE(ModelTile(0, 0), nullptr);
+            EXPECT_EQ(ResultOfFirstBody(), AC_RESULT_SUCCESS);
+        });
+    EXPECT_GT(NumOfReadings(log), 0u);
+    EXPECT_LT(NumOfReadings(log), 20u);
+}
+
+TEST_F(HostileTiff, WhoseXmlGoesBackAndForthBetweenTwoDirectoriesReadsThemAFewTimes)
+{
+    CTiffDirectory directory(16, 16);
+    directory.Set(65000, TiffType::Long, {1});
+    std::vector<CTiffDirectory> directories(2, directory);
+    std::vector<std::string> images; // the number of samples says how far the next image is
+    for (int n = 1; n <= 100; ++n)
+        images.push_back(OmeImage(n % 2 == 1 ? std::to_string(n) : "1000000", {AnyPlane}));
+    directories.front().Description(Ome(images));
+    StoreOf(Stack(1), directories).WriteTo(File());
+    const std::string log = LogOf([&] { EXPECT_EQ(ResultOfOpeningFile(FileName()), AC_RESULT_FAILURE); });
+    EXPECT_GT(NumOfReadings(log), 0u);
+    EXPECT_LT(NumOfReadings(log), 20u);
 }
 
 using HostileTiffDeathTest = HostileTiff;

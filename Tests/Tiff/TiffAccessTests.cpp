@@ -194,6 +194,93 @@ TEST_F(TiffFile, WhoseChainLeadsBackEnds)
     EXPECT_EQ(WidthOf(file.SetDirectory(1)), 2u);
 }
 
+/// A directory with so many entries that libtiff does not know, and its own.
+CTiffDirectory WithUnknownEntries(uint16_t numOfEntries)
+{
+    CTiffDirectory directory(7, 5);
+    for (uint16_t n = 0; n < numOfEntries; ++n)
+        directory.Set(static_cast<uint16_t>(60000 + n), TiffType::Long, {n});
+    return directory;
+}
+
+TEST_F(TiffFile, IsNotSetToADirectoryOfThousandsOfEntries)
+{
+    Write({CTiffDirectory(1, 1), WithUnknownEntries(900), WithUnknownEntries(1001), CTiffDirectory(4, 1)});
+    CIA::CTiffImageDoc file(Name());
+    EXPECT_EQ(WidthOf(file.SetDirectory(1)), 7u);
+    EXPECT_FAILED_ASSERTION(file.SetDirectory(2));
+    EXPECT_EQ(WidthOf(file.SetDirectory(3)), 4u);
+}
+
+/// So many directories that begin 12 bytes one behind the other, with 400 entries each: those of one are those of the
+/// other as well.
+ByteString DirectoriesInEachOther(uint32_t numOfDirectories)
+{
+    constexpr uint16_t NumOfEntries = 400;
+    constexpr uint32_t OffsetOfFirst = 8;
+    ByteString bytes = BytesOf("II*");
+    bytes.resize(4);
+    Append(bytes, OffsetOfFirst);
+    Append(bytes, NumOfEntries);
+    // The upper half of each value is the number of entries of the directory that begins with it.
+    const auto addEntry = [&](uint32_t tagAndType, uint16_t value)
+    {
+        Append(bytes, tagAndType);
+        Append(bytes, uint32_t{1});
+        Append(bytes, value);
+        Append(bytes, NumOfEntries);
+    };
+    const auto shortOf = [](uint32_t tag) { return tag | uint32_t{TiffType::Short} << 16; };
+    for (uint16_t n = 0; n < NumOfEntries - 4; ++n)
+        addEntry(shortOf(60000u + n), n);
+    addEntry(shortOf(TIFFTAG_IMAGEWIDTH), 7);
+    addEntry(shortOf(TIFFTAG_IMAGELENGTH), 5);
+    addEntry(shortOf(TIFFTAG_STRIPOFFSETS), 8);
+    addEntry(shortOf(TIFFTAG_STRIPBYTECOUNTS), 35);
+    for (uint32_t next = 1; next < numOfDirectories; ++next)
+        addEntry(OffsetOfFirst + 12 * next, 0);
+    Append(bytes, uint32_t{0});
+    return bytes;
+}
+
+TEST_F(TiffFile, OfDirectoriesThatLieInEachOtherIsSetToAsManyAsItCouldHoldSideBySide)
+{
+    WriteBytes(DirectoriesInEachOther(200));
+    CIA::CTiffImageDoc file(Name());
+    EXPECT_EQ(WidthOf(file.SetDirectory(0)), 7u);
+    EXPECT_EQ(WidthOf(file.SetDirectory(1)), 7u);
+    EXPECT_FAILED_ASSERTION(file.SetDirectory(2));
+    EXPECT_EQ(WidthOf(file.SetDirectory(1)), 7u);
+}
+
+/// Directories that have one long text in common.
+std::vector<CTiffDirectory> DirectoriesOfOneText(uint32_t numOfDirectories)
+{
+    CTiffDirectory directory(7, 5);
+    directory.Set(TIFFTAG_SOFTWARE, CTiffEntry{TiffType::Ascii, 100 * numOfDirectories, {}, 8});
+    return std::vector<CTiffDirectory>(numOfDirectories, directory);
+}
+
+TEST_F(TiffFile, WhoseDirectoriesShareAValueIsSetToThem)
+{
+    Write(DirectoriesOfOneText(50));
+    CIA::CTiffImageDoc file(Name());
+    for (uint32_t directory = 0; directory < 50; ++directory)
+        EXPECT_EQ(WidthOf(file.SetDirectory(directory)), 7u);
+}
+
+TEST_F(TiffFile, WhoseDirectoriesShareFarMoreThanTheFileHasIsNotSetToAll)
+{
+    Write(DirectoriesOfOneText(1000));
+    CIA::CTiffImageDoc file(Name());
+    uint32_t directory = 0;
+    while (directory < 1000 && file.TrySetDirectory(directory))
+        ++directory;
+    EXPECT_GT(directory, 64u);
+    EXPECT_LT(directory, 500u);
+    EXPECT_EQ(WidthOf(file.SetDirectory(0)), 7u);
+}
+
 // Compression.
 
 struct CompressionRow : Row

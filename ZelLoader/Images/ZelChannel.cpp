@@ -7,6 +7,7 @@
 #include "ZelLoader/Store/KorFile.h"
 
 #include <cerrno>
+#include <unordered_set>
 
 namespace Zel
 {
@@ -79,13 +80,17 @@ bool CZelChannel::CompressionType_init(PixelFrameCompressionType::E& varToInit)
     return CompressionTypeOfDirectories(varToInit);
 }
 
-/// One image has one compression, so every frame is looked at.
+/// One image has one compression, so every frame is looked at; frames that share a directory are looked at once.
 bool CZelChannel::CompressionTypeOfDirectories(PixelFrameCompressionType::E& varToInit)
 {
     varToInit = GetPixelFrameCompressionTypeOfCurrentTiffIfd(_ParentZelImage.TiffFilePtrSetToIfdOf1stFrame());
+    std::unordered_set<uint32_t> directories;
     for (const auto& [idx, frame] : _ParentZelImage.Frames())
-        ZEL_ASSERT(GetPixelFrameCompressionTypeOfCurrentTiffIfd(static_cast<CZelFrame&>(*frame).TiffFilePtr()) ==
-                   varToInit);
+    {
+        auto& zelFrame = static_cast<CZelFrame&>(*frame);
+        if (directories.insert(zelFrame.TiffDirectory()).second)
+            ZEL_ASSERT(GetPixelFrameCompressionTypeOfCurrentTiffIfd(zelFrame.TiffFilePtr()) == varToInit);
+    }
     return true;
 }
 

@@ -18,6 +18,13 @@ constexpr uint32_t MaxSizeOfEmptyTables = 4;
 
 } // namespace
 
+uint32_t CZelFrame::TiffDirectory() const
+{
+    CZelMetaDataForFrameTiffIfd* ifd = _MetaData.FrameTiffIfd();
+    ZEL_ASSERT(ifd);
+    return ifd->IdxOfTiffIfd();
+}
+
 TIFF* CZelFrame::TiffFilePtr()
 {
     return _ParentZelImage.TiffFilePtrSetToIfdOf(_MetaData);

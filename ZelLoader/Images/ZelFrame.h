@@ -17,6 +17,8 @@ public:
 
     CZelMultiDimImage& ParentZelImage() const { return _ParentZelImage; }
     CZelMetaDataForImgFrame& MetaData() const { return _MetaData; }
+    /// The number of this frame's directory in the document; asserts that it has one.
+    uint32_t TiffDirectory() const;
     /// The document as a TIFF, standing on this frame's directory.
     TIFF* TiffFilePtr();
 

@@ -20,6 +20,15 @@ class CZelImgDoc;
 
 using CZelMetaDataForImgFrames = std::map<CFrameIdx, CZelMetaDataForImgFrame*>; ///< borrowed from the catalogue
 
+/// The tiles of a directory: how many there are, and how far apart their positions.
+struct CTileGrid
+{
+    uint32_t NumOfCols;
+    uint32_t NumOfRows;
+    uint32_t ColStep;
+    uint32_t RowStep;
+};
+
 /// One stack of a document: a thin view over its node of the tag tree, which answers each question by reading tags when
 /// it is asked. Its pixels lie in a tile store beside the document, or in TIFF directories of the document itself.
 class CZelMultiDimImage : public CMultiDimImage
@@ -88,6 +97,9 @@ public:
     TIFF* TiffFilePtrSetToIfdOf1stFrame();
     /// The directory, by number, on which the document as a TIFF is set; the same for any frame node.
     TIFF* TiffFilePtrSetToIfdOf(CZelMetaDataForImgFrame& frame);
+    /// The grids of tiles of the document's directories that were met so far, by number: frames may share a directory,
+    /// and going back and forth between two of them costs far more than a frame.
+    std::map<uint32_t, CTileGrid>& TileGridsByDirectory() { return _TileGridsByDirectory; }
     /// The frame whose directory has the next higher number; null for the last.
     CFrame* NextFrameOnDisk(uint32_t idxOfTiffIfd);
     /// The entries of the dimension tag that lists channels; null when the image has none.
@@ -161,6 +173,7 @@ private:
     std::unique_ptr<CKorTilesByFrame> _KorTilesByFrame;
     std::map<uint32_t, uint32_t> _TileWidthsByDirectory;  ///< of a TIFF store, or of the document (under 0)
     std::map<uint32_t, uint32_t> _TileHeightsByDirectory; ///< likewise
+    std::map<uint32_t, CTileGrid> _TileGridsByDirectory;
     CZelMetaDataForImgFrames _ZelMetaDataForImgFrames;
     std::map<uint32_t, CFrame*> FramesIndexedByTiffIfdIdx;
 };

@@ -29,6 +29,9 @@ public:
     {
     }
 
+    /// True for a tile of a TIFF whose bytes were scanned: it need not even be asked for its size, which would move the
+    /// file from directory to directory.
+    bool AreKnown(CDeepZoomTile& tile) const { return !IsBinaryStore() && _places.contains(PlaceOf(tile, 0)); }
     bool AreNew(CDeepZoomTile& tile, uint32_t size)
     {
         if (!_places.insert(PlaceOf(tile, size)).second)
@@ -42,6 +45,7 @@ public:
 private:
     using CPlace = std::pair<uint64_t, uint64_t>;
 
+    bool IsBinaryStore() const { return _image.UsesKorFile() && !_image.OpenedKorFile().IsOmeType(); }
     /// What is the same for tiles that share their bytes: where these lie in a binary store; else the directory, and
     /// which of its tiles or strips it is.
     CPlace PlaceOf(CDeepZoomTile& tile, uint32_t size) const
@@ -49,11 +53,7 @@ private:
         const uint64_t tileOfDirectory =
             uint64_t{static_cast<uint32_t>(tile.RowIdx())} << 32 | static_cast<uint32_t>(tile.ColIdx());
         if (!_image.UsesKorFile())
-        {
-            CZelMetaDataForFrameTiffIfd* ifd = static_cast<CZelFrame&>(tile.ParentFrame()).MetaData().FrameTiffIfd();
-            ZEL_ASSERT(ifd);
-            return {ifd->IdxOfTiffIfd(), tileOfDirectory};
-        }
+            return {static_cast<CZelFrame&>(tile.ParentFrame()).TiffDirectory(), tileOfDirectory};
         const auto& tileOfStore = static_cast<CZelDeepZoomTile&>(tile);
         if (_image.OpenedKorFile().IsOmeType())
             return {_image.OpenedKorFile().TiffIfdOf(tileOfStore.TileNumber()), tileOfDirectory};
@@ -151,6 +151,8 @@ bool CZelPixelFormat::MaxPixelValueOfTiles(uint64_t& maxPixelValue)
     CScannedBytes scannedBytes(_ParentZelImage);
     const auto scanTile = [&](CDeepZoomTile& tile)
     {
+        if (scannedBytes.AreKnown(tile))
+            return true;
         CByteArray array;
         if (!tile.PixelBuf(array, {}))
             return false;

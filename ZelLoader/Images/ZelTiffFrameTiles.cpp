@@ -16,9 +16,9 @@ namespace
 class CZelTiffFrameTiles : public CDeepZoomTiles
 {
 public:
-    /// Tiles `colStep` and `rowStep` apart.
-    CZelTiffFrameTiles(CZelFrame& frame, uint32_t numOfCols, uint32_t numOfRows, uint32_t colStep, uint32_t rowStep)
-        : _Frame(frame), _NumOfCols(numOfCols), _NumOfRows(numOfRows), _ColStep(colStep), _RowStep(rowStep)
+    CZelTiffFrameTiles(CZelFrame& frame, const CTileGrid& grid)
+        : _Frame(frame), _NumOfCols(grid.NumOfCols), _NumOfRows(grid.NumOfRows), _ColStep(grid.ColStep),
+          _RowStep(grid.RowStep)
     {
     }
 
@@ -81,27 +81,34 @@ void AssertThatFileHolds(uint64_t numOfTiles, CZelFrame& frame)
     ZEL_ASSERT(numOfTiles <= image.ParentZelImgDoc().FileSize() / image.MetaData().ImgFrames()->size());
 }
 
-} // namespace
-
-std::unique_ptr<CDeepZoomTiles> MakeZelTiffFrameTiles(CZelFrame& frame)
+CTileGrid GridOfDirectory(CZelFrame& frame)
 {
     TIFF* tif = frame.TiffFilePtr();
     const auto width = CIA::TIFFGetField<uint32_t>(tif, TIFFTAG_IMAGEWIDTH);
     const auto height = CIA::TIFFGetField<uint32_t>(tif, TIFFTAG_IMAGELENGTH);
     if (!TIFFIsTiled(tif))
-    {
-        const uint32_t numOfStrips = TIFFNumberOfStrips(tif);
-        AssertThatFileHolds(numOfStrips, frame);
-        return std::make_unique<CZelTiffFrameTiles>(frame, 1, numOfStrips, 1, 1);
-    }
+        return {.NumOfCols = 1, .NumOfRows = TIFFNumberOfStrips(tif), .ColStep = 1, .RowStep = 1};
     const auto tileWidth = CIA::TIFFGetField<uint32_t>(tif, TIFFTAG_TILEWIDTH);
     const auto tileHeight = CIA::TIFFGetField<uint32_t>(tif, TIFFTAG_TILELENGTH);
     // From here on the file may stand on another directory.
     CMultiDimImage& image = frame.ParentMultiDimImg();
     ZEL_ASSERT(tileWidth == image.DeepZoomTilePixelWidth(0) && tileHeight == image.DeepZoomTilePixelHeight(0));
     ZEL_ASSERT(tileWidth != 0 && tileHeight != 0);
-    auto tiles = std::make_unique<CZelTiffFrameTiles>(frame, NumOfSteps(width, tileWidth),
-                                                      NumOfSteps(height, tileHeight), tileWidth, tileHeight);
+    return {.NumOfCols = NumOfSteps(width, tileWidth),
+            .NumOfRows = NumOfSteps(height, tileHeight),
+            .ColStep = tileWidth,
+            .RowStep = tileHeight};
+}
+
+} // namespace
+
+std::unique_ptr<CDeepZoomTiles> MakeZelTiffFrameTiles(CZelFrame& frame)
+{
+    std::map<uint32_t, CTileGrid>& grids = frame.ParentZelImage().TileGridsByDirectory();
+    auto grid = grids.find(frame.TiffDirectory());
+    if (grid == grids.end())
+        grid = grids.emplace(frame.TiffDirectory(), GridOfDirectory(frame)).first;
+    auto tiles = std::make_unique<CZelTiffFrameTiles>(frame, grid->second);
     AssertThatFileHolds(tiles->Size(), frame);
     return tiles;
 }

@@ -83,27 +83,48 @@ void CTiffStoreReader::ReadPlanesOfXml(uint32_t imageNumber)
     }
 }
 
-void CTiffStoreReader::AddTilesOfDirectory(uint32_t directory, uint32_t imageNumber)
+const CTiffStoreReader::CTiling& CTiffStoreReader::TilingOf(uint32_t directory)
+{
+    const auto known = _Tilings.find(directory);
+    return known != _Tilings.end() ? known->second : _Tilings.emplace(directory, ReadTilingOf(directory)).first->second;
+}
+
+CTiffStoreReader::CTiling CTiffStoreReader::ReadTilingOf(uint32_t directory)
 {
     TIFF* tif = _Directories.SetDirectory(directory);
-    const auto width = CIA::TIFFGetField<uint32_t>(tif, TIFFTAG_IMAGEWIDTH);
-    const auto height = CIA::TIFFGetField<uint32_t>(tif, TIFFTAG_IMAGELENGTH);
+    CTiling tiling;
+    tiling.Width = CIA::TIFFGetField<uint32_t>(tif, TIFFTAG_IMAGEWIDTH);
+    tiling.Height = CIA::TIFFGetField<uint32_t>(tif, TIFFTAG_IMAGELENGTH);
+    tiling.IsTiled = TIFFIsTiled(tif) != 0;
+    if (tiling.IsTiled)
+    {
+        // One that is missing stays 0, which is a fault only where tiles are wanted.
+        CIA::TIFFGetField_mayFail(tif, TIFFTAG_TILEWIDTH, &tiling.TileWidth);
+        CIA::TIFFGetField_mayFail(tif, TIFFTAG_TILELENGTH, &tiling.TileHeight);
+    }
+    else
+        tiling.NumOfStrips = TIFFNumberOfStrips(tif);
+    return tiling;
+}
+
+void CTiffStoreReader::AddTilesOfDirectory(uint32_t directory, uint32_t imageNumber)
+{
+    const CTiling& tiling = TilingOf(directory);
     if (_Planes.empty()) // an image without planes has no records, however many tiles its directory has
         return;
-    if (!TIFFIsTiled(tif))
+    if (!tiling.IsTiled)
     {
-        const uint32_t numOfStrips = TIFFNumberOfStrips(tif);
-        AssertRecordsFit(numOfStrips);
-        for (uint32_t strip = 0; strip < numOfStrips; ++strip)
+        AssertRecordsFit(tiling.NumOfStrips);
+        for (uint32_t strip = 0; strip < tiling.NumOfStrips; ++strip)
             AddPlanes(directory, 0, static_cast<int32_t>(strip), imageNumber);
         return;
     }
-    const auto tileWidth = CIA::TIFFGetField<uint32_t>(tif, TIFFTAG_TILEWIDTH);
-    const auto tileHeight = CIA::TIFFGetField<uint32_t>(tif, TIFFTAG_TILELENGTH);
+    const uint32_t tileWidth = tiling.TileWidth;
+    const uint32_t tileHeight = tiling.TileHeight;
     ZEL_ASSERT(tileWidth != 0 && tileHeight != 0);
-    AssertRecordsFit(NumOfSteps(width, tileWidth) * NumOfSteps(height, tileHeight));
-    for (uint64_t y = 0; y < height; y += tileHeight)
-        for (uint64_t x = 0; x < width; x += tileWidth)
+    AssertRecordsFit(NumOfSteps(tiling.Width, tileWidth) * NumOfSteps(tiling.Height, tileHeight));
+    for (uint64_t y = 0; y < tiling.Height; y += tileHeight)
+        for (uint64_t x = 0; x < tiling.Width; x += tileWidth)
             AddPlanes(directory, static_cast<int32_t>(x / tileWidth), static_cast<int32_t>(y / tileHeight),
                       imageNumber);
 }

@@ -5,6 +5,7 @@
 
 #include <optional>
 #include <string>
+#include <unordered_map>
 #include <vector>
 
 namespace Zel
@@ -37,7 +38,21 @@ private:
     /// A plane of an image: the position that its records have beside column, row and level.
     using CPlane = CDecompressedKorTileIdx;
 
+    /// What a directory tells of its tiles or strips.
+    struct CTiling
+    {
+        bool IsTiled = false;
+        uint32_t NumOfStrips = 0;
+        uint32_t Width = 0;
+        uint32_t Height = 0;
+        uint32_t TileWidth = 0;
+        uint32_t TileHeight = 0;
+    };
+
     static CXmlParser XmlMetadata(TIFF* tif);
+    /// Reads a directory once, however often the XML leads back to it.
+    const CTiling& TilingOf(uint32_t directory);
+    CTiling ReadTilingOf(uint32_t directory);
     void ReadPlanesOfXml(uint32_t imageNumber);
     void AddTilesOfDirectory(uint32_t directory, uint32_t imageNumber);
     void AddPlanes(uint32_t directory, int32_t col, int32_t row, uint32_t imageNumber);
@@ -47,7 +62,8 @@ private:
     const uint64_t _FileSize;
     CXmlParser _Xml; ///< null without XML
     std::vector<xercesc::DOMElement*> _ImagesOfXml;
-    std::vector<CPlane> _Planes; ///< of the image that is being read
+    std::vector<CPlane> _Planes;                    ///< of the image that is being read
+    std::unordered_map<uint32_t, CTiling> _Tilings; ///< by directory
     /// A value above 1 carries over to later images that say 1: files rely on it.
     uint32_t _SamplesPerPixel = 1;
     CKorTiles* _KorTiles = nullptr;
