@@ -113,10 +113,11 @@ void Describe(CLI::App& parser, COptions& options)
 
     Describe(parser, options.Told);
     parser
-        .add_option("--describe", options.Description,
-                    "Describe all of the document in a JSON file: docs/zelmake.md tells its keys, and "
-                    "SampleDocuments/examples/everything.json has them all. The options below, but for those of what "
-                    "it tells, hold for whatever the file leaves open")
+        .add_option(
+            "--describe", options.Description,
+            "Describe all of the document in a JSON file: docs/zelmake.md tells its keys, and "
+            "SampleDocuments/examples/everything.json has nearly all of them. The options below, but for those of what "
+            "it tells, hold for whatever the file leaves open")
         ->type_name("FILE.json");
     parser.add_flag("--json", options.IsReportJson, "Report what was written as JSON");
 }
