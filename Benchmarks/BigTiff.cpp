@@ -3,7 +3,6 @@
 #include "Benchmarks/Slide.h"
 #include "SampleDocuments/Codecs.h"
 
-#include <array>
 #include <cmath>
 #include <fstream>
 #include <map>

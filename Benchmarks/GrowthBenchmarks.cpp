@@ -5,7 +5,6 @@
 #include "Benchmarks/Slide.h"
 #include "SampleDocuments/Document.h"
 
-#include <fstream>
 #include <map>
 #include <pugixml.hpp>
 

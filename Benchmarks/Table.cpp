@@ -1,6 +1,5 @@
 #include "Benchmarks/Table.h"
 
-#include <cinttypes>
 #include <cstdio>
 #include <ctime>
 #include <fstream>

@@ -1,7 +1,6 @@
 #include "SampleDocuments/Slide.h"
 
 #include <algorithm>
-#include <cmath>
 
 namespace SampleDocuments
 {

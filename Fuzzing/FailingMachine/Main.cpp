@@ -4,6 +4,7 @@
 #include "Fuzzing/FailingMachine/FailingWalk.h"
 #include "Fuzzing/Seeds/SampleSlides.h"
 #include "Fuzzing/Support/FuzzTarget.h"
+#include "Fuzzing/Support/SharedWithChild.h"
 #include "PlatformAbstractionLayer/LogHook.h"
 
 #include <algorithm>
@@ -14,7 +15,6 @@
 #include <exception>
 #include <optional>
 #include <stdexcept>
-#include <sys/mman.h>
 #include <sys/wait.h>
 #include <unistd.h>
 #include <utility>
@@ -53,32 +53,12 @@ struct COptions
     std::string Document;
 };
 
-/// How far a child has come, in memory that it shares with its parent.
+/// How far a child has come, which its parent reads.
 struct CProgress
 {
     uint64_t Number = 0;
     uint64_t NumOfCases = 0;
     uint64_t NumOfFindings = 0;
-};
-
-class CSharedProgress
-{
-public:
-    CSharedProgress()
-        : _memory(mmap(nullptr, sizeof(CProgress), PROT_READ | PROT_WRITE, MAP_SHARED | MAP_ANONYMOUS, -1, 0))
-    {
-        if (_memory == MAP_FAILED)
-            throw std::runtime_error("cannot share memory with a child");
-        new (_memory) CProgress;
-    }
-    ~CSharedProgress() { munmap(_memory, sizeof(CProgress)); }
-    CSharedProgress(const CSharedProgress&) = delete;
-    CSharedProgress& operator=(const CSharedProgress&) = delete;
-    CProgress& operator*() const { return *static_cast<CProgress*>(_memory); }
-    CProgress* operator->() const { return static_cast<CProgress*>(_memory); }
-
-private:
-    void* _memory;
 };
 
 struct CNumbers
@@ -149,7 +129,7 @@ CProgress RunFailure(const std::string& document, const CFailingWalk& walk, cons
 {
     const uint64_t numOfCalls = walk.NumOfCalls(failure.Failure.File);
     CNumbers numbers = NumbersOf(numOfCalls, options);
-    const CSharedProgress progress;
+    const CSharedWithChild<CProgress> progress;
     std::string howItEnded;
     while (numbers.First <= numbers.Last && !RunCasesInChild(walk, failure, numbers, *progress, howItEnded))
     {

@@ -1,8 +1,8 @@
 #include "Fuzzing/Support/GuardedChild.h"
 
+#include "Fuzzing/Support/SharedWithChild.h"
 #include "PlatformAbstractionLayer/LogHook.h"
 
-#include <algorithm>
 #include <atomic>
 #include <cerrno>
 #include <csignal>
@@ -12,7 +12,6 @@
 #include <fstream>
 #include <new>
 #include <stdexcept>
-#include <sys/mman.h>
 #include <sys/resource.h>
 #include <sys/time.h>
 #include <sys/wait.h>
@@ -47,28 +46,10 @@ enum ExitCode : int
     Thrown = 102
 };
 
-/// What the child leaves for its parent, in memory that both see.
+/// What the child leaves for its parent.
 struct CNote
 {
     std::atomic<bool> IsAbortLastLine = false;
-};
-
-class CSharedNote
-{
-public:
-    CSharedNote() : _memory(mmap(nullptr, sizeof(CNote), PROT_READ | PROT_WRITE, MAP_SHARED | MAP_ANONYMOUS, -1, 0))
-    {
-        if (_memory == MAP_FAILED)
-            throw std::runtime_error("cannot share memory with a child");
-        new (_memory) CNote;
-    }
-    ~CSharedNote() { munmap(_memory, sizeof(CNote)); }
-    CSharedNote(const CSharedNote&) = delete;
-    CSharedNote& operator=(const CSharedNote&) = delete;
-    CNote& operator*() const { return *static_cast<CNote*>(_memory); }
-
-private:
-    void* _memory;
 };
 
 CNote* noteOfChild = nullptr;
@@ -183,7 +164,7 @@ bool IsMemoryOfChildrenLimited()
 
 CEndOfChild RunGuarded(const std::function<void()>& body, const CChildLimits& limits, bool isLoud)
 {
-    const CSharedNote note;
+    const CSharedWithChild<CNote> note;
     std::fflush(nullptr); // else the child would print what its parent has not printed yet
     const pid_t child = fork();
     if (child < 0)

@@ -5,8 +5,6 @@
 #include "Fuzzing/Support/FuzzTarget.h"
 #include "ZelLoader/Images/VectorGraphicsReader.h"
 
-#include <cerrno>
-#include <new>
 #include <vector>
 
 using namespace Fuzzing;

@@ -1,5 +1,5 @@
 // Whatever a text holds: conversions write as much as they told, bytes that are no UTF-8 cost one character each, and
-// the helpers for texts, numbers and units answer or fail by an assertion.
+// the functions for texts, numbers and units answer or fail by an assertion.
 
 #include "CommonUtil/Text.h"
 #include "CommonImageAccess/PropsetParams.h"
@@ -17,13 +17,13 @@ using namespace Fuzzing;
 namespace
 {
 
-/// Runs one helper; its failed assertions are answers.
-template <typename Helper>
-void Try(Helper&& helper)
+/// Failed assertions are answers.
+template <typename Function>
+void Try(Function&& function)
 {
     try
     {
-        helper();
+        function();
     }
     catch (const char*)
     {

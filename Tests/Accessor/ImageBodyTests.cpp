@@ -2,8 +2,6 @@
 
 #include "Tests/Accessor/Slide.h"
 
-#include <algorithm>
-
 using namespace SlideOfTest;
 
 namespace

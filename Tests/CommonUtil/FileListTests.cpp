@@ -3,7 +3,6 @@
 #include "CommonUtil/PlatformCalls.h"
 #include "Tests/Support/TemporaryFolder.h"
 
-#include <cctype>
 #include <cstdlib>
 #include <filesystem>
 #include <gtest/gtest.h>

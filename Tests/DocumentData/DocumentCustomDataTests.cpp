@@ -4,8 +4,6 @@
 #include "SampleDocuments/Tags.h"
 #include "Tests/Properties/PropertySets.h"
 
-#include <cstring>
-
 using namespace SlideOfTest;
 
 namespace

@@ -3,8 +3,6 @@
 #include "SampleDocuments/Tags.h"
 #include "Tests/Accessor/Slide.h"
 
-#include <cstring>
-
 using namespace SlideOfTest;
 
 namespace

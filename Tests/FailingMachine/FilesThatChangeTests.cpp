@@ -5,7 +5,6 @@
 #include <fcntl.h>
 #include <filesystem>
 #include <sys/file.h>
-#include <unistd.h>
 
 /// Files change under a document that is open, or are not what they should be when it is opened.
 

@@ -2,12 +2,10 @@
 #include "Tests/FailingMachine/SlideOnAMachine.h"
 #include "Tests/Support/ChildProcess.h"
 
-#include <algorithm>
 #include <cstdlib>
 #include <fstream>
 #include <sys/resource.h>
 #include <unistd.h>
-#include <vector>
 
 /// A process that has no file handles or no memory left.
 

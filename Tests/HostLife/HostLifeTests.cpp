@@ -7,7 +7,6 @@
 #include "Tests/Support/HostLocale.h"
 #include "Tests/Support/TemporaryFolder.h"
 
-#include <algorithm>
 #include <cfenv>
 #include <csignal>
 #include <cstdlib>

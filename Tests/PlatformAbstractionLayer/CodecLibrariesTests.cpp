@@ -5,7 +5,6 @@
 #include <dlfcn.h>
 #include <filesystem>
 #include <gtest/gtest.h>
-#include <memory>
 #include <string>
 #include <sys/stat.h>
 #include <thread>

@@ -5,7 +5,6 @@
 #include "Tests/Support/TemporaryFolder.h"
 
 #include <cerrno>
-#include <csignal>
 #include <fcntl.h>
 #include <filesystem>
 #include <gtest/gtest.h>

@@ -3,7 +3,6 @@
 #include "Tests/Support/Log.h"
 #include "Tests/Support/TemporaryFolder.h"
 
-#include <algorithm>
 #include <filesystem>
 #include <gtest/gtest.h>
 #include <memory>

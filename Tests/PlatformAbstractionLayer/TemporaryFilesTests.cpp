@@ -8,7 +8,6 @@
 #include <filesystem>
 #include <gtest/gtest.h>
 #include <set>
-#include <unistd.h>
 
 using TestSupport::LogOf;
 

@@ -2,7 +2,6 @@
 
 #include <cerrno>
 #include <climits>
-#include <cmath>
 #include <gtest/gtest.h>
 #include <limits>
 

@@ -2,7 +2,6 @@
 
 #include "Tests/Properties/RegionsOfTest.h"
 #include "Tests/Support/Assertion.h"
-#include "Tests/Support/Log.h"
 #include "ZelLoader/Images/ShapeGeometry.h"
 
 using namespace SlideOfTest;

@@ -3,7 +3,6 @@
 
 #include "Tests/Support/TemporaryFolder.h"
 
-#include <algorithm>
 #include <gtest/gtest.h>
 #include <set>
 

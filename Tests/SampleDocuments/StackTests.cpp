@@ -1,6 +1,5 @@
 #include "SampleDocuments/Stack.h"
 
-#include <algorithm>
 #include <gtest/gtest.h>
 #include <set>
 

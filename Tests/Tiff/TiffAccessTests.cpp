@@ -7,7 +7,6 @@
 #include "Tests/Tiff/TiffSlide.h"
 
 #include <atomic>
-#include <thread>
 
 using namespace TiffOfTest;
 

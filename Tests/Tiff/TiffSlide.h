@@ -77,7 +77,6 @@ protected:
     AC_Result ResultOfReading(Document document);
     /// The same for the first group of the document that is open.
     AC_Result ResultOfFirstBody() const;
-    AC_Result ResultOfOpenAndRead(const Stack& stack) { return ResultOfReading(Document().With(stack)); }
 
     std::filesystem::path TiffStoreFile() const { return StoreFile(1).replace_extension(".tif"); }
     std::filesystem::path File() const { return Folder().Path() / "slide.zel"; }
