@@ -56,7 +56,7 @@ CNote* noteOfChild = nullptr;
 
 void NoteLine(const CLogLine& line)
 {
-    noteOfChild->IsAbortLastLine = line.Text.find(L"abort() called.") != std::wstring_view::npos;
+    noteOfChild->IsAbortLastLine = line.Text == L"abort() called."; // a text of the file may hold the words
 }
 
 uint64_t BytesOfAddressSpace()

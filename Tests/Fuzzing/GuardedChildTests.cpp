@@ -1,4 +1,5 @@
 #include "CommonUtil/Assertion.h"
+#include "CommonUtil/Log.h"
 #include "Fuzzing/Support/GuardedChild.h"
 
 #include <csignal>
@@ -40,6 +41,16 @@ TEST(GuardedChild, ThatAbortsWithoutTheLineIsAFinding)
     EXPECT_EQ(end.How, HowItEnded::ByASignal);
     EXPECT_EQ(end.Signal, SIGABRT);
     EXPECT_FALSE(end.IsGood());
+}
+
+TEST(GuardedChild, ThatAbortsBehindATextOfTheSameWordsIsAFinding)
+{
+    const auto abortBehindAName = []
+    {
+        ZEL_LOG("The name of the image is '%s'", "abort() called.");
+        std::abort();
+    };
+    EXPECT_EQ(EndOf(abortBehindAName), HowItEnded::ByASignal);
 }
 
 TEST(GuardedChild, ThatCrashesIsAFinding)
