@@ -26,6 +26,7 @@ constexpr uint32_t MaxSizeOfPicture = 65535;
 // A directory can claim any size. This many pixels are always tried, more only where the file can hold them: how many
 // can a byte stand for at most?
 constexpr uint64_t MaxNumOfPixelsInAnyCase = 1 << 24;
+constexpr uint64_t MaxNumOfPixels = 1 << 26; ///< 256 MB to decode them into, far more than any thumbnail needs
 constexpr uint64_t MaxNumOfPixelsOfARawByte = 8;
 constexpr uint64_t MaxNumOfPixelsOfAJpegByte = 512;
 
@@ -89,7 +90,7 @@ bool IsWorthTrying(uint32_t width, uint32_t height, PixelFrameCompressionType::E
     const uint64_t pixelsOfAByte =
         compression == PixelFrameCompressionType::None ? MaxNumOfPixelsOfARawByte : MaxNumOfPixelsOfAJpegByte;
     const uint64_t numOfPixels = uint64_t{width} * height;
-    return width <= MaxSizeOfPicture && height <= MaxSizeOfPicture &&
+    return width <= MaxSizeOfPicture && height <= MaxSizeOfPicture && numOfPixels <= MaxNumOfPixels &&
            (numOfPixels <= MaxNumOfPixelsInAnyCase || numOfPixels <= fileSize * pixelsOfAByte);
 }
 

@@ -405,6 +405,15 @@ INSTANTIATE_TEST_SUITE_P(
                     UnreadableRow{{"Jpeg2000"}, Claiming(4000, 4000).Compression(34712).Data({BytesOf("coded")})}),
     NameOfRow());
 
+TEST_F(Thumbnails, OfMorePixelsThanAnyThumbnailHasAreNotTried)
+{
+    Open(WithDirectory(Claiming(9000, 9000).Compression(7).Data({ByteString(200000, 'x')})));
+    EXPECT_EQ(Size(), AC_RESULT_SUCCESS);
+    const auto room = std::make_unique_for_overwrite<BYTE[]>(Count); // takes no memory before it is written to
+    const std::string log = LogOf([&] { EXPECT_EQ(Read(room.get(), Count), AC_RESULT_DATA_NOT_SUPPORTED); });
+    EXPECT_THAT(log, testing::Not(testing::HasSubstr("JPEG"))); // which would be libtiff's complaint
+}
+
 TEST_F(Thumbnails, OfAFirstDirectoryThatIsGoneAreNone)
 {
     Open(Document().With(Stack(1).Size(64, 64).InDocument(16)).FirstDirectory(Drawing(), FirstDirectoryKind::Raw));
