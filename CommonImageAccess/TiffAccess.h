@@ -5,6 +5,7 @@
 #include <string>
 #include <tiffio.h>
 #include <unordered_set>
+#include <utility>
 #include <vector>
 
 namespace CIA
@@ -45,7 +46,7 @@ T TIFFGetField(TIFF* tif, uint32_t tag);
 class CTiffImageDoc
 {
 public:
-    explicit CTiffImageDoc(const std::wstring& fileName) : _FileName(fileName) {}
+    explicit CTiffImageDoc(std::wstring fileName) : _FileName(std::move(fileName)) {}
 
     /// The handle, standing on whatever directory it was set to last; null when the file is no TIFF.
     TIFF* TiffFilePtr();

@@ -1,6 +1,7 @@
 #include "CommonImageAccess/XmlMemory.h"
 
 #include <new>
+#include <utility>
 #include <xercesc/util/OutOfMemoryException.hpp>
 #include <xercesc/util/PlatformUtils.hpp>
 
@@ -10,7 +11,7 @@ namespace CIA
 CXmlMemory::~CXmlMemory()
 {
     while (_first)
-        deallocate(_first + 1);
+        ::operator delete(std::exchange(_first, _first->Next));
 }
 
 void* CXmlMemory::allocate(XMLSize_t size)

@@ -88,7 +88,7 @@ CTile ReadTile(const CArea& area, const CImage& image, uint32_t channel)
         tile.HasTablesApart = !header->HasTables;
     // Facts of a channel can cost a scan of all its pixels, so they are asked for only where the colours' order
     // matters.
-    if (tile.BytesPerRawPixel == 3U || tile.BytesPerRawPixel == 6U)
+    if (const uint64_t bytes = tile.BytesPerRawPixel.value_or(0); bytes == 3 || bytes == 6)
         tile.ColorSpace = ChannelFacts(area, channel).ColorSpace;
     return tile;
 }

@@ -35,8 +35,8 @@ struct CFree
 bool Compress(const uint8_t* row, uint32_t width, uint32_t height, const CJpegHeader& like, unsigned char*& out,
               unsigned long& size)
 {
-    jpeg_compress_struct jpeg;
-    CErrors errors;
+    jpeg_compress_struct jpeg{};
+    CErrors errors{};
     jpeg.err = jpeg_std_error(&errors.Manager);
     errors.Manager.error_exit = Leave;
     errors.Manager.emit_message = Silence;
@@ -58,7 +58,7 @@ bool Compress(const uint8_t* row, uint32_t width, uint32_t height, const CJpegHe
     jpeg.comp_info[0].v_samp_factor = like.VerticalSampling;
     jpeg_set_quality(&jpeg, 100, TRUE);
     jpeg_start_compress(&jpeg, TRUE);
-    JSAMPROW rows = const_cast<JSAMPROW>(row);
+    auto rows = const_cast<JSAMPROW>(row);
     while (jpeg.next_scanline < jpeg.image_height)
         jpeg_write_scanlines(&jpeg, &rows, 1);
     jpeg_finish_compress(&jpeg);

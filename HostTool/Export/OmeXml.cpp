@@ -412,7 +412,7 @@ std::string OmeXmlOf(const CDocumentFacts& document, const std::vector<COmeImage
     Node declaration = xml.append_child(pugi::node_declaration);
     Set(declaration, "version", std::string("1.0"));
     Set(declaration, "encoding", std::string("UTF-8"));
-    Node ome = AddChild(xml, "OME");
+    Node ome = AddChild(xml.root(), "OME");
     const std::string schema = "http://www.openmicroscopy.org/Schemas/OME/2016-06";
     Set(ome, "xmlns", schema);
     Set(ome, "xmlns:xsi", std::string("http://www.w3.org/2001/XMLSchema-instance"));

@@ -108,7 +108,7 @@ uint8_t CBlender::ComponentOf(double value) const
 
 Rgb CBlender::ColourOf(double value) const
 {
-    const double last = static_cast<double>(_Display.Table.size() - 1);
+    const auto last = static_cast<double>(_Display.Table.size() - 1);
     return _Display.Table[static_cast<size_t>(std::lround(last * PartOf(value)))];
 }
 

@@ -120,8 +120,8 @@ void DecodeJ2k(std::span<const uint8_t> bytes, const CPixelTarget& target)
     for (uint32_t y = 0; y < target.Height; ++y)
     {
         for (uint32_t i = 0; i < numOfComponents; ++i)
-            PutComponent(image->comps[i], target.Width, y, bytesPerComponent, row.data() + i * bytesPerComponent,
-                         size_t{numOfComponents} * bytesPerComponent);
+            PutComponent(image->comps[i], target.Width, y, bytesPerComponent,
+                         row.data() + size_t{i} * bytesPerComponent, size_t{numOfComponents} * bytesPerComponent);
         PutRow(row, numOfComponents, bytesPerComponent, target, y);
     }
 }

@@ -201,7 +201,7 @@ void CTreePrinter::VisitField(const CField& field, const CLevel& level)
 
 std::string CTreePrinter::DescribeValue(const CField& field)
 {
-    const std::string type = TypeTextOf(field.Code, field.Size);
+    std::string type = TypeTextOf(field.Code, field.Size);
     const auto bytes = _File.Bytes(field.OffsetOfValue, std::min<uint64_t>(field.Size, MostBytesOfValue));
     if (!bytes)
         return type;

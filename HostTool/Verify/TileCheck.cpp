@@ -7,6 +7,7 @@
 
 #include <chrono>
 #include <mutex>
+#include <utility>
 
 namespace HostTool
 {
@@ -70,9 +71,9 @@ CCheckedGroup EmptyGroup(const CGroupPixels& pixels, bool isHashing)
 class CTileReaders
 {
 public:
-    CTileReaders(const CPluginHost& host, const std::filesystem::path& path, std::span<const CGroupIndex> index,
+    CTileReaders(const CPluginHost& host, std::filesystem::path path, std::span<const CGroupIndex> index,
                  const CCheckOptions& options)
-        : _Host(host), _Path(path), _Index(index), _Options(options)
+        : _Host(host), _Path(std::move(path)), _Index(index), _Options(options)
     {
     }
 

@@ -13,9 +13,9 @@ struct CCatalogueClass;
 /// One row of the catalogue: a child of a kind of node, and the accessor by which it is asked for.
 struct CCatalogueRow
 {
-    uint32_t LowestTag;
-    uint32_t HighestTag; ///< differs from the lowest one for devices only, which have no tag of their own
-    const char* Accessor;
+    uint32_t LowestTag = 0;
+    uint32_t HighestTag = 0; ///< differs from the lowest one for devices only, which have no tag of their own
+    const char* Accessor = nullptr;
     const CCatalogueClass& (*ClassOfChild)() = nullptr; ///< null for a number, a text or an array
 };
 

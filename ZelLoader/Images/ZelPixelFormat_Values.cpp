@@ -134,8 +134,12 @@ bool CZelPixelFormat::MaxNumOfUsedBits_init(uint32_t& varToInit)
 uint32_t CZelPixelFormat::NumOfUsedBits(uint64_t maxPixelValue)
 {
     uint32_t numOfUsedBits = 0;
-    for (double power = 1.0; static_cast<double>(maxPixelValue) >= power; power *= 2)
+    double power = 1.0;
+    while (static_cast<double>(maxPixelValue) >= power)
+    {
         ++numOfUsedBits;
+        power *= 2;
+    }
     const uint32_t minNumOfBytes = (numOfUsedBits + 7) / 8;
     ZEL_ASSERT(NumOfPixelComponents() != 0);
     const uint32_t _NumOfBytes_ = NumOfBytes() / NumOfPixelComponents();

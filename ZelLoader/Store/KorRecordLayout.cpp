@@ -47,7 +47,7 @@ uint32_t CKorRecordLayout::LengthOfRun(const Byte* records, uint32_t numOfRecord
     if (_offsetsOfSlots[0] != OffsetOfElements) // a later element is the column
         return 1;
     // The count and the column behind it, as one number. The column does not wrap.
-    uint64_t countAndCol = Number<uint64_t>(records);
+    auto countAndCol = Number<uint64_t>(records);
     const uint32_t maxLength = std::min(numOfRecords - 1, MaxCol - static_cast<uint32_t>(countAndCol >> 32)) + 1;
     uint32_t length = 1;
     for (const Byte* record = records + SizeOfRecord(); length < maxLength; ++length, record += SizeOfRecord())

@@ -36,8 +36,8 @@ private:
 struct CKorTileRun
 {
     CDecompressedKorTileIdx FirstIdx;
-    uint32_t FirstNumber;
-    uint32_t Length; ///< how many there are
+    uint32_t FirstNumber = 0;
+    uint32_t Length = 0; ///< how many there are
 
     bool Holds(uint32_t number) const { return number - FirstNumber < Length; }
     /// Of a record of the run, by its number in the store.

@@ -126,9 +126,10 @@ bool CZelTagTreeReader::ReadMeasObj(CZelDataFieldForBlobWithZelTags& blobWithTag
 void CZelTagTreeReader::SkipXml()
 {
     const uint32_t xmlSize = _Document.ReadUInt32();
-    const uint16_t valueBeforeXml = _Document.ReadUInt16();
-    ZEL_ASSERT(xmlSize >= sizeof valueBeforeXml); // it counts the value as well
-    const uint64_t sizeOfText = xmlSize - sizeof valueBeforeXml;
+    constexpr uint32_t sizeOfValueBeforeXml = sizeof(uint16_t);
+    _Document.ReadUInt16();
+    ZEL_ASSERT(xmlSize >= sizeOfValueBeforeXml); // it counts the value as well
+    const uint64_t sizeOfText = xmlSize - sizeOfValueBeforeXml;
     ZEL_ASSERT(sizeOfText < NumOfBytesLeft());
     _Document.Seek(_Document.GetCurrentOffset() + sizeOfText, BfrSeekDirection::BEGIN);
     ZEL_LOG("Deleting xml as it is of no use for now...TODO: confirm!");

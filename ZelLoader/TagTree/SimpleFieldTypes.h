@@ -75,10 +75,10 @@ enum class CountRule
 /// All that the reader knows about a type code.
 struct CSimpleFieldType
 {
-    int32_t Code;
-    uint32_t EleSize; ///< bytes of an element in the file
-    int32_t EleType;  ///< the scalar code under which elements are read; the code itself for a scalar code
-    CountRule Rule;
+    int32_t Code = 0;
+    uint32_t EleSize = 0; ///< bytes of an element in the file
+    int32_t EleType = 0;  ///< the scalar code under which elements are read; the code itself for a scalar code
+    CountRule Rule = CountRule::Any;
     uint32_t Count = 1;
     bool MayBeInline = true; ///< of array codes; scalars fail when they are read if they do not fit
 };
