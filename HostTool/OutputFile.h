@@ -1,9 +1,11 @@
 #pragma once
 
+#include <cstdint>
 #include <cstdio>
 #include <filesystem>
 #include <memory>
 #include <span>
+#include <string_view>
 
 namespace HostTool
 {
@@ -21,6 +23,7 @@ public:
 
     std::FILE* Stream() { return _Stream.get(); }
     void Write(std::span<const uint8_t> bytes);
+    void Write(std::string_view text) { Write({reinterpret_cast<const uint8_t*>(text.data()), text.size()}); }
     /// Gives the file its name. Throws CHostError if anything could not be written.
     void Finish();
 

@@ -40,7 +40,26 @@ struct CGroupExport
     CExportCounts Counts;
 };
 
-/// Where the images of a position lie on an axis; evenly spaced ones are told by the axis itself.
+/// Where the images at a position of an axis lie, in the unit of the axis; evenly spaced ones are told by the axis
+/// itself.
+std::optional<double> PlaceOn(const CGroupExport& group, const CAxisFacts& axis, int64_t index)
+{
+    if (axis.Start && axis.Step.value_or(0) > 0)
+        return *axis.Start + static_cast<double>(index) * *axis.Step;
+    const bool isTime = axis.Type == AC_AT_TIME;
+    CPosition position;
+    position.Channel = group.Pixels.Channels().front().ID;
+    (isTime ? position.T : position.Z) = index;
+    const CLevel& finest = group.Pixels.Level(0);
+    const auto image = group.Pixels.FindImage(finest, finest.FirstCol, finest.FirstRow, position);
+    std::optional<double> place = image ? image->AxisPosition(isTime ? L"TIMELAPSE" : L"ZSTACK") : std::nullopt;
+    constexpr double millisecondsPerSecond = 1000;
+    if (place && isTime)
+        *place /= millisecondsPerSecond;
+    return place;
+}
+
+/// The same of all positions, in seconds or micrometres.
 std::vector<std::optional<double>> PlacesOn(const CGroupExport& group, AC_AxisType type, int64_t count)
 {
     std::vector<std::optional<double>> places(static_cast<size_t>(count));
@@ -48,29 +67,9 @@ std::vector<std::optional<double>> PlacesOn(const CGroupExport& group, AC_AxisTy
                                    [&](const CAxisFacts& candidate) { return candidate.Type == type; });
     if (axis == group.Facts.Axes.end() || !axis->Units)
         return places;
-    const bool isTime = type == AC_AT_TIME;
-    const CLevel& finest = group.Pixels.Level(0);
     for (size_t i = 0; i < places.size(); ++i)
-    {
-        std::optional<double> place;
-        if (axis->Start && axis->Step.value_or(0) > 0)
-        {
-            place = *axis->Start + static_cast<double>(i) * *axis->Step;
-        }
-        else
-        {
-            CPosition position;
-            position.Channel = group.Pixels.Channels().front().ID;
-            (isTime ? position.T : position.Z) = static_cast<int64_t>(i);
-            constexpr double millisecondsPerSecond = 1000;
-            if (const auto image = group.Pixels.FindImage(finest, finest.FirstCol, finest.FirstRow, position))
-                place = image->AxisPosition(isTime ? L"TIMELAPSE" : L"ZSTACK");
-            if (place && isTime)
-                *place /= millisecondsPerSecond;
-        }
-        if (place)
-            places[i] = isTime ? place : Micrometres(*place, *axis->Units);
-    }
+        if (const auto place = PlaceOn(group, *axis, static_cast<int64_t>(i)))
+            places[i] = type == AC_AT_TIME ? place : Micrometres(*place, *axis->Units);
     return places;
 }
 
@@ -179,26 +178,11 @@ private:
 
     void Report(const CGroupExport& group, CExportOutcome& outcome) const
     {
-        const CLevelPlan& finest = group.Plan.front();
-        const std::string name = NameOfGroup(group.Pixels.Group());
-        outcome.Lines.push_back(
-            _Request.Output.string() + ": " + name + ", " + std::to_string(finest.Rect.Width) + " x " +
-            std::to_string(finest.Rect.Height) + " pixels, " + TextOfCount(group.Plan.size(), "level") + ", " +
-            TextOfCount(PlanesOf(group.Pixels).size(), "plane") + "; " + TextOfCount(group.Counts.AsStored, "tile") +
-            " as stored, " + std::to_string(group.Counts.Recompressed) + " recompressed, " +
-            std::to_string(group.Counts.Background) + " background");
-        std::map<std::string, std::string> levelsByReason;
-        for (const CLevelPlan& level : group.Plan)
-            if (!level.IsAsStored())
-                levelsByReason[level.WhyNotAsStored] += " " + std::to_string(level.Level->Level);
-        for (const auto& [reason, levels] : levelsByReason)
-            outcome.Remarks.push_back(name + ": recompressed without loss, as " + reason + ": level" + levels);
-        if (finest.Rect != finest.Level->Picture)
-            outcome.Remarks.push_back(name + ": the picture begins within a tile, so " +
-                                      std::to_string(finest.Level->Picture.X - finest.Rect.X) + " pixels left of and " +
-                                      std::to_string(finest.Level->Picture.Y - finest.Rect.Y) +
-                                      " above it are there as well");
+        outcome.Lines.push_back(LineOf(group));
+        ReportRecompressed(group, outcome);
+        ReportPixelsBeside(group, outcome);
         ReportTilesBeside(group, outcome);
+        const std::string name = NameOfGroup(group.Pixels.Group());
         if (group.Counts.UnlikeOthers > 0)
             outcome.Remarks.push_back(name + ": " + TextOfCount(group.Counts.UnlikeOthers, "tile") +
                                       " as stored differ in size, sampling or tables from the first of their level, by "
@@ -209,6 +193,37 @@ private:
                                           std::to_string(8 * channel.Format.BytesPerComponent) +
                                           " bits are taken as floating point; --values says otherwise");
         outcome.Remarks.insert(outcome.Remarks.end(), group.Pixels.Limits().begin(), group.Pixels.Limits().end());
+    }
+
+    std::string LineOf(const CGroupExport& group) const
+    {
+        const CPixelRect& rect = group.Plan.front().Rect;
+        return _Request.Output.string() + ": " + NameOfGroup(group.Pixels.Group()) + ", " + std::to_string(rect.Width) +
+               " x " + std::to_string(rect.Height) + " pixels, " + TextOfCount(group.Plan.size(), "level") + ", " +
+               TextOfCount(PlanesOf(group.Pixels).size(), "plane") + "; " + TextOfCount(group.Counts.AsStored, "tile") +
+               " as stored, " + std::to_string(group.Counts.Recompressed) + " recompressed, " +
+               std::to_string(group.Counts.Background) + " background";
+    }
+
+    static void ReportRecompressed(const CGroupExport& group, CExportOutcome& outcome)
+    {
+        std::map<std::string, std::string> levelsByReason;
+        for (const CLevelPlan& level : group.Plan)
+            if (!level.IsAsStored())
+                levelsByReason[level.WhyNotAsStored] += " " + std::to_string(level.Level->Level);
+        for (const auto& [reason, levels] : levelsByReason)
+            outcome.Remarks.push_back(NameOfGroup(group.Pixels.Group()) + ": recompressed without loss, as " + reason +
+                                      ": level" + levels);
+    }
+
+    static void ReportPixelsBeside(const CGroupExport& group, CExportOutcome& outcome)
+    {
+        const CLevelPlan& finest = group.Plan.front();
+        const CPixelRect& picture = finest.Level->Picture;
+        if (finest.Rect != picture)
+            outcome.Remarks.push_back(NameOfGroup(group.Pixels.Group()) + ": the picture begins within a tile, so " +
+                                      std::to_string(picture.X - finest.Rect.X) + " pixels left of and " +
+                                      std::to_string(picture.Y - finest.Rect.Y) + " above it are there as well");
     }
 
     static void ReportTilesBeside(const CGroupExport& group, CExportOutcome& outcome)
@@ -276,7 +291,6 @@ void AddExportCommand(CCommandLine& line)
     struct COptions
     {
         CExportRequest Request;
-        int Group = -1;
         std::string Background = "white";
         CCommonOptions Common;
     };
@@ -289,8 +303,6 @@ void AddExportCommand(CCommandLine& line)
         [options](const CDocument& document)
         {
             CExportRequest& request = options->Request;
-            if (options->Group >= 0)
-                request.Group = options->Group;
             request.Background = ParseColour(options->Background).value_or(CColour());
             request.Values = options->Common.Values();
             request.Jobs = options->Common.Jobs;
@@ -301,7 +313,7 @@ void AddExportCommand(CCommandLine& line)
                 std::cerr << "zel: " << Printable(remark) << '\n';
             return outcome.Code;
         });
-    command.add_option("-g,--group", options->Group, "group, from 0. Default: all of them")
+    command.add_option("-g,--group", options->Request.Group, "group, from 0. Default: all of them")
         ->check(CLI::NonNegativeNumber);
     command.add_flag("--prove", options->Request.IsProved,
                      "read the file back and compare each tile with the document");

@@ -116,6 +116,26 @@ std::vector<CGroupRegions> RegionsOfGroups(const CDocument& document, const std:
     return groups;
 }
 
+struct CRoisRequest
+{
+    std::optional<int> Group; ///< nothing: all of them
+    std::string Format = "geojson";
+    std::filesystem::path Output;
+};
+
+/// Answers a line that says what was written.
+std::string WriteRois(const CDocument& document, const CRoisRequest& request)
+{
+    const std::vector<CGroupRegions> groups = RegionsOfGroups(document, request.Group);
+    COutputFile file(request.Output);
+    file.Write(request.Format == "csv" ? CsvOf(groups) : GeoJsonOf(groups));
+    file.Finish();
+    uint64_t numOfRegions = 0;
+    for (const CGroupRegions& group : groups)
+        numOfRegions += group.Regions.size();
+    return request.Output.string() + ": " + TextOfCount(numOfRegions, "region");
+}
+
 } // namespace
 
 std::vector<std::array<double, 2>> OutlineOf(const CRegionFacts& region, const CLevel& finest)
@@ -155,39 +175,24 @@ std::string CsvOf(const std::vector<CGroupRegions>& groups)
 
 void AddRoisCommand(CCommandLine& line)
 {
-    struct COptions
-    {
-        int Group = -1;
-        std::string Format = "geojson";
-        std::filesystem::path Output;
-    };
-    const auto options = std::make_shared<COptions>();
+    const auto request = std::make_shared<CRoisRequest>();
     CLI::App& command =
         line.AddCommand({"rois", "Writes the regions of interest, in pixels of level 0 and in micrometres.",
                          "  zel rois slide.zel -o rois.geojson\n  zel rois slide.zel --format csv -o rois.csv"},
-                        [options](const CDocument& document)
+                        [request](const CDocument& document)
                         {
-                            const auto groups = RegionsOfGroups(
-                                document, options->Group >= 0 ? std::optional(options->Group) : std::nullopt);
-                            size_t numOfRegions = 0;
-                            for (const CGroupRegions& group : groups)
-                                numOfRegions += group.Regions.size();
-                            const std::string text = options->Format == "csv" ? CsvOf(groups) : GeoJsonOf(groups);
-                            COutputFile file(options->Output);
-                            file.Write({reinterpret_cast<const uint8_t*>(text.data()), text.size()});
-                            file.Finish();
-                            std::cout << Printable(options->Output.string()) << ": " << numOfRegions << " regions\n";
+                            std::cout << Printable(WriteRois(document, *request)) << '\n';
                             return ExitCode::Done;
                         });
-    command.add_option("-g,--group", options->Group, "group, from 0. Default: all of them")
+    command.add_option("-g,--group", request->Group, "group, from 0. Default: all of them")
         ->check(CLI::NonNegativeNumber);
     command
-        .add_option("--format", options->Format,
+        .add_option("--format", request->Format,
                     "geojson: one feature for each region, ellipses as polygons; csv: one line for each vertex, those "
                     "of an ellipse being the corners of the rectangle around it")
         ->check(CLI::IsMember({"geojson", "csv"}))
         ->capture_default_str();
-    command.add_option("-o,--output", options->Output, "file to write")->required();
+    command.add_option("-o,--output", request->Output, "file to write")->required();
 }
 
 } // namespace HostTool

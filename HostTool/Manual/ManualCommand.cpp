@@ -18,7 +18,7 @@ void WriteText(const fs::path& path, const std::string& text)
 {
     MakeFolder(path.parent_path());
     COutputFile file(path);
-    file.Write({reinterpret_cast<const uint8_t*>(text.data()), text.size()});
+    file.Write(text);
     file.Finish();
 }
 

@@ -101,11 +101,17 @@ CChannelPixels CGroupPixels::ChannelOf(const CArea& area, uint32_t id, std::opti
         channel.IsBlueFirst = channel.Coding == TileCoding::Raw && facts.ColorSpace == "BGR";
         bytesPerPixel = static_cast<uint64_t>(facts.BytesPerPixel.value_or(1));
     }
+    SetNumbers(channel, bytesPerPixel, values);
+    return channel;
+}
+
+void CGroupPixels::SetNumbers(CChannelPixels& channel, uint64_t bytesPerPixel, std::optional<ValueKind> values) const
+{
     const uint64_t bytesPerComponent = bytesPerPixel / channel.Format.NumOfComponents;
     if ((bytesPerComponent != 1 && bytesPerComponent != 2 && bytesPerComponent != 4 && bytesPerComponent != 8) ||
         bytesPerPixel % channel.Format.NumOfComponents != 0)
-        throw CHostError(ExitCode::BadFile, _Document.Path().string() + ": channel " + std::to_string(id) + " of " +
-                                                NameOfGroup(_Group) + " has pixels of " +
+        throw CHostError(ExitCode::BadFile, _Document.Path().string() + ": channel " + std::to_string(channel.ID) +
+                                                " of " + NameOfGroup(_Group) + " has pixels of " +
                                                 std::to_string(bytesPerPixel) +
                                                 " bytes; the document is damaged, or of a kind that is not known");
     channel.Format.BytesPerComponent = static_cast<uint32_t>(bytesPerComponent);
@@ -113,7 +119,6 @@ CChannelPixels CGroupPixels::ChannelOf(const CArea& area, uint32_t id, std::opti
     channel.Format.Values = values.value_or(channel.AreValuesGuessed ? ValueKind::Float : ValueKind::Unsigned);
     if (channel.Format.Values == ValueKind::Float && bytesPerComponent < 4)
         channel.Format.Values = ValueKind::Unsigned;
-    return channel;
 }
 
 std::optional<CImage> CGroupPixels::AnyImage(uint32_t channel) const

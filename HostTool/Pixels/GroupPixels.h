@@ -67,6 +67,8 @@ public:
 private:
     void FindChannels(std::optional<ValueKind> values);
     CChannelPixels ChannelOf(const CArea& area, uint32_t id, std::optional<ValueKind> values) const;
+    /// Sets what the numbers of a pixel are. Throws CHostError for sizes that no number has.
+    void SetNumbers(CChannelPixels& channel, uint64_t bytesPerPixel, std::optional<ValueKind> values) const;
     std::optional<CImage> AnyImage(uint32_t channel) const;
     void FindAxes();
     bool HandsOutSecondTile() const;

@@ -73,11 +73,6 @@ Json FactsOf(const CCheckedLevel& level)
             {"planes", std::move(frames)}};
 }
 
-void Write(COutputFile& file, const std::string& text)
-{
-    file.Write({reinterpret_cast<const uint8_t*>(text.data()), text.size()});
-}
-
 std::string TileLine(const CCheckedLevel& level, size_t place)
 {
     return "[\"" + NameOf(level.Verdicts[place]) + "\", " + std::to_string(level.Sizes[place]) + ", \"" +
@@ -88,10 +83,10 @@ void WriteLevel(COutputFile& file, const CCheckedLevel& level)
 {
     std::string facts = FactsOf(level).dump();
     facts.pop_back(); // the closing brace: the tiles follow, written one by one since they may be millions
-    Write(file, "        " + facts + ", \"tiles\": [");
+    file.Write("        " + facts + ", \"tiles\": [");
     for (size_t place = 0; place < level.Verdicts.size(); ++place)
-        Write(file, (place == 0 ? "\n          " : ",\n          ") + TileLine(level, place));
-    Write(file, "]}");
+        file.Write((place == 0 ? "\n          " : ",\n          ") + TileLine(level, place));
+    file.Write("]}");
 }
 
 Json ReadHashes(const std::filesystem::path& path)
@@ -205,20 +200,20 @@ void WriteHashes(const CCheckedDocument& checked, const std::filesystem::path& p
                  {"tile", {"verdict", "size", "hash"}}};
     std::string text = head.dump(-1, ' ', false, Json::error_handler_t::replace);
     text.pop_back();
-    Write(file, text + ",\n  \"groups\": [");
+    file.Write(text + ",\n  \"groups\": [");
     for (size_t i = 0; i < checked.Groups.size(); ++i)
     {
         const CCheckedGroup& group = checked.Groups[i];
-        Write(file, (i == 0 ? "\n    " : ",\n    ") + std::string("{\"group\": ") + std::to_string(group.Number) +
-                        ", \"levels\": [\n");
+        file.Write((i == 0 ? "\n    " : ",\n    ") + std::string("{\"group\": ") + std::to_string(group.Number) +
+                   ", \"levels\": [\n");
         for (size_t k = 0; k < group.Levels.size(); ++k)
         {
-            Write(file, k == 0 ? "" : ",\n");
+            file.Write(k == 0 ? "" : ",\n");
             WriteLevel(file, group.Levels[k]);
         }
-        Write(file, "]}");
+        file.Write("]}");
     }
-    Write(file, "]}\n");
+    file.Write("]}\n");
     file.Finish();
 }
 

@@ -1,5 +1,6 @@
 #include "HostTool/HostError.h"
 #include "HostTool/TileFile.h"
+#include "SampleDocuments/Picture.h"
 #include "Tests/Support/TemporaryFolder.h"
 
 #include <filesystem>
@@ -148,8 +149,11 @@ TEST_F(TileFile, OfRawPixelsWithRedFirstHasItsColoursInOrder)
 
 TEST_F(TileFile, OfRawPixelsOf16BitsKeepsThem)
 {
-    WriteTile(RawTile(4, 4, 2), Folder.Name("tile.png"));
-    EXPECT_EQ(TestSupport::BytesOf(Folder.Name("tile.png"))[24], 16); // the depth, in the first chunk
+    const CTile tile = RawTile(4, 3, 2);
+    WriteTile(tile, Folder.Name("tile.png"));
+    const SampleDocuments::CPicture picture = SampleDocuments::LoadPicture(Folder.Name("tile.png"));
+    EXPECT_EQ(picture.Bits(), 16);
+    EXPECT_EQ(SampleDocuments::PackedRows(picture), SampleDocuments::ByteString(tile.Bytes.begin(), tile.Bytes.end()));
 }
 
 TEST_F(TileFile, OfPixelsThatPngCannotHoldIsRaw)
