@@ -22,6 +22,22 @@ void Require(bool property, const char* text)
     std::abort();
 }
 
+void RunExported(const std::function<void()>& body)
+{
+    try
+    {
+        body();
+    }
+    catch (const CEndByDesign&)
+    {
+        throw;
+    }
+    catch (...)
+    {
+        Require(false, "no exception leaves an exported function");
+    }
+}
+
 int RunInput(void (*body)(CInput input), const uint8_t* data, size_t size)
 {
     ForgetEndByDesign();

@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <filesystem>
+#include <functional>
 #include <span>
 #include <string>
 
@@ -21,6 +22,10 @@ bool HasEndedByDesign();
 
 /// Ends the process, which makes the input a finding, when a property does not hold.
 void Require(bool property, const char* text);
+
+/// Runs exported functions, none of which lets an exception out: one that arrives here is a finding. An end by design
+/// goes on to RunInput.
+void RunExported(const std::function<void()>& body);
 
 /// Runs one input: what the code under test throws, as a failed assertion or any other exception that the boundary of
 /// the interface turns into a result, and the end by design stop here. Always 0, as libFuzzer wants it.

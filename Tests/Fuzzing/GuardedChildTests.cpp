@@ -1,5 +1,6 @@
 #include "CommonUtil/Assertion.h"
 #include "CommonUtil/Log.h"
+#include "Fuzzing/Support/FuzzTarget.h"
 #include "Fuzzing/Support/GuardedChild.h"
 
 #include <csignal>
@@ -61,6 +62,14 @@ TEST(GuardedChild, ThatCrashesIsAFinding)
 TEST(GuardedChild, ThatThrowsIsAFinding)
 {
     EXPECT_EQ(EndOf([] { throw std::runtime_error("never mind"); }), HowItEnded::WithAnException);
+}
+
+TEST(GuardedChild, OutOfWhoseExportedFunctionsAnExceptionComesIsAFindingInEachTarget)
+{
+    const auto throwThere = [](CInput) { RunExported([] { throw "a failed assertion"; }); };
+    const CEndOfChild end = RunGuarded([&] { RunInput(throwThere, nullptr, 0); });
+    EXPECT_EQ(end.How, HowItEnded::ByASignal);
+    EXPECT_EQ(end.Signal, SIGABRT);
 }
 
 TEST(GuardedChild, ThatDoesNotEndIsAFinding)
