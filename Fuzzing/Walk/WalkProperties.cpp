@@ -90,11 +90,15 @@ void WalkConveniences(CAnswers& answers, AC_HAREA area)
     if (answers.Succeeds("dates", [&] { return GetDateTimeString(area, dates); }))
         answers.Text("dates", dates.c_str());
     AC_HPROPERTY set = nullptr;
-    std::vector<std::wstring> names;
-    if (answers.Succeeds("set", _AC_GetAreaProperty, area, L"GroupName", nullptr, &set) &&
-        answers.Succeeds("texts", [&] { return GetValue(set, L"groupName", names); }))
-        for (const std::wstring& name : names)
-            answers.Text("text", name.c_str());
+    if (!answers.Succeeds("set", _AC_GetAreaProperty, area, L"GroupName", nullptr, &set))
+        return;
+    for (const wchar_t* key : KeysOf(answers, set))
+    {
+        std::vector<std::wstring> texts;
+        answers.Ask("texts", [&] { return GetValue(set, key, texts); });
+        for (const std::wstring& text : texts)
+            answers.Text("text", text.c_str());
+    }
 }
 
 } // namespace
