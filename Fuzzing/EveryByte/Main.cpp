@@ -46,7 +46,7 @@ struct CTotals
     }
     void Print(const char* name) const
     {
-        std::printf("%-14s %8zu %10zu %9zu %8.2f %8.0f\n", name, NumOfCases, NumOfEndsByDesign, NumOfFindings,
+        std::printf("%-18s %8zu %10zu %9zu %8.2f %8.0f\n", name, NumOfCases, NumOfEndsByDesign, NumOfFindings,
                     MostSeconds, static_cast<double>(MostBytes) / (1 << 20));
         std::fflush(stdout);
     }
@@ -109,7 +109,7 @@ CTotals RunSlide(CSampleSlide& slide, const std::optional<size_t>& sample)
 
 int Run(const std::optional<size_t>& sample, const std::string& onlyName)
 {
-    std::printf("%-14s %8s %10s %9s %8s %8s\n", "document", "damages", "by design", "findings", "most s", "most MB");
+    std::printf("%-18s %8s %10s %9s %8s %8s\n", "document", "damages", "by design", "findings", "most s", "most MB");
     CTotals totals;
     for (CSampleSlide& slide : SampleSlides())
     {

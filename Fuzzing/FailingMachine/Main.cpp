@@ -138,7 +138,7 @@ CProgress RunFailure(const std::string& document, const CFailingWalk& walk, cons
         ++progress->NumOfFindings;
         numbers.First = progress->Number + numbers.Step;
     }
-    std::printf("%-14s %-26s %8llu %8llu %9llu\n", document.c_str(), failure.Name,
+    std::printf("%-18s %-26s %8llu %8llu %9llu\n", document.c_str(), failure.Name,
                 static_cast<unsigned long long>(numOfCalls), static_cast<unsigned long long>(progress->NumOfCases),
                 static_cast<unsigned long long>(progress->NumOfFindings));
     std::fflush(stdout);
@@ -150,7 +150,7 @@ void ReadLog(const CLogLine&) {}
 int Run(const COptions& options)
 {
     CProgress totals;
-    std::printf("%-14s %-26s %8s %8s %9s\n", "document", "what fails", "calls", "cases", "findings");
+    std::printf("%-18s %-26s %8s %8s %9s\n", "document", "what fails", "calls", "cases", "findings");
     for (CSampleSlide& slide : SampleSlides())
     {
         if (!options.Document.empty() && slide.Name != options.Document)

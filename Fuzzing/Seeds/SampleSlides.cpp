@@ -89,6 +89,8 @@ std::vector<CSampleSlide> SampleSlides()
         {"tiff-store", Document().With(Small(8).Levels(2).Z(2).InTiffStore())},
         {"directories",
          Document().With(Small(9).InDocument(8)).FirstDirectory(DrawPicture(9, 7), FirstDirectoryKind::Jpeg)},
+        {"tiled-directories", Document().With(Small(10).Z(2).InDocument().J2k())},
+        {"big-tiff-store", Document().With(Small(11).T(2).Channels(2).InTiffStore(8).BigTiff())},
     };
 }
 
