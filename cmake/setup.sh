@@ -62,3 +62,18 @@ build()
         ninja --quiet -C "$folder" "$@" | sed '/^ninja: no work to do/d; /^-- /d'
     fi || fail "cannot build ($preset); the first error stands above"
 }
+
+# with_scratch FOLDER COMMAND...: runs a command whose temporary files go into a folder of their own within that one. It
+# is removed in the end: processes that end early, as many do on purpose, remove nothing themselves.
+with_scratch()
+{
+    local scratch result=0
+    scratch=$(mktemp -d -p "$1" zel-XXXXXX)
+    chmod 755 "$scratch" # for tests that give up the rights of root
+    shift
+    # shellcheck disable=SC2064
+    trap "rm -rf '$scratch'" EXIT
+    TMPDIR=$scratch TEST_TMPDIR=$scratch "$@" || result=$?
+    rm -rf "$scratch"
+    return "$result"
+}

@@ -127,6 +127,7 @@ int Run(const std::optional<size_t>& sample, const std::string& onlyName)
 
 int main(int argc, char** argv)
 {
+    std::setvbuf(stdout, nullptr, _IOLBF, 0); // a run takes long: each line is told at once
     std::optional<size_t> sample;
     std::string name;
     for (int n = 1; n < argc; ++n)

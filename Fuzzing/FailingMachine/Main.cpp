@@ -193,6 +193,7 @@ std::optional<COptions> OptionsOf(int argc, char** argv)
 
 int main(int argc, char** argv)
 {
+    std::setvbuf(stdout, nullptr, _IOLBF, 0); // a run takes long: each line is told at once
     const std::optional<COptions> options = OptionsOf(argc, argv);
     if (!options)
     {
