@@ -74,6 +74,9 @@ class CBoundedParser : private CMemoryOfParser, public xercesc::XercesDOMParser
 public:
     CBoundedParser() : XercesDOMParser(nullptr, &_memory) {}
 
+    /// For what is made for this parser alone. It lives as long as the parser.
+    xercesc::MemoryManager* Memory() { return &_memory; }
+
     void startElement(const xercesc::XMLElementDecl& elementDecl, const unsigned int urlId,
                       const XMLCh* const elementPrefix, const xercesc::RefVectorOf<xercesc::XMLAttr>& attributes,
                       const XMLSize_t numOfAttributes, const bool isEmpty, const bool isRoot) override
@@ -154,9 +157,11 @@ CXmlParser XmlDocument(const std::wstring& text)
     StartXerces();
     const std::string utf8 = Utf16ToUtf8(text);
     AssertTagsAreShort(utf8);
-    xercesc::MemBufInputSource source(reinterpret_cast<const XMLByte*>(utf8.data()), utf8.size(), "text");
-    source.setEncoding(CXmlText("UTF-8")); // whatever the text itself says it was
     auto parser = std::make_unique<CBoundedParser>();
+    // The source makes the stream that the parser reads, and forgets when it is let down.
+    xercesc::MemBufInputSource source(reinterpret_cast<const XMLByte*>(utf8.data()), utf8.size(), "text", false,
+                                      parser->Memory());
+    source.setEncoding(CXmlText("UTF-8")); // whatever the text itself says it was
     CThrowErrors errorHandler;
     Configure(*parser, errorHandler);
     try
