@@ -16,6 +16,17 @@ namespace
 
 constexpr uint32_t SizeOfInfoHeader = 40;
 constexpr unsigned char BitsPerPixel = 24;
+constexpr size_t MemoryForADecoder = 1 << 18;
+
+/// libtiff does not survive each allocation that fails while it sets up a decoder, so what that takes is asked for
+/// before.
+bool IsMemoryLeftForADecoder()
+{
+    void* memory = ::operator new(MemoryForADecoder, std::nothrow);
+    const bool isLeft = memory != nullptr;
+    ::operator delete(memory);
+    return isLeft;
+}
 
 /// Rows are padded to a multiple of 4 bytes.
 uint64_t SizeOfRow(uint64_t width)
@@ -115,7 +126,7 @@ int Make24BitBMPBufferTiff(TIFF* tiff, CIA::CByteArray& buf)
     if (width > 0xFFFF || height > 0xFFFF)
         return failed(EINVAL);
     const std::unique_ptr<uint32_t[]> pixels(new (std::nothrow) uint32_t[uint64_t{width} * height]());
-    if (!pixels)
+    if (!pixels || !CIA::IsMemoryLeftForADecoder())
         return failed(ENOMEM);
     errno = 0;
     if (!TIFFReadRGBAImageOriented(tiff, width, height, pixels.get(), ORIENTATION_TOPLEFT, 0))

@@ -3,6 +3,7 @@
 
 #include "Fuzzing/FailingMachine/Allocations.h"
 
+#include <array>
 #include <cerrno>
 #include <cstdint>
 #include <cstdlib>
@@ -19,31 +20,34 @@ namespace
 constinit CCountedCalls allocations;
 constinit int64_t numOfLiveBlocks = 0;
 
-/// Where the code of libtiff lies.
+/// A library, and where its code lies.
 struct CLibrary
 {
+    const char* Name;
     uintptr_t Begin = 0;
     uintptr_t End = 0;
+
+    bool Holds(uintptr_t address) const { return address >= Begin && address < End; }
 };
 
-int FindLibTiff(dl_phdr_info* info, size_t, void* library)
+/// libtiff, and the decoder under it, may crash where an allocation of theirs fails, which no caller can prevent.
+constinit std::array librariesThatMayCrash = {CLibrary{"/libtiff.so"}, CLibrary{"/libjpeg.so"}};
+
+int FindLibraries(dl_phdr_info* info, size_t, void*)
 {
-    if (!std::strstr(info->dlpi_name, "/libtiff.so"))
-        return 0;
-    for (int i = 0; i < info->dlpi_phnum; ++i)
-        if (info->dlpi_phdr[i].p_type == PT_LOAD && (info->dlpi_phdr[i].p_flags & PF_X) != 0)
-        {
-            const uintptr_t begin = info->dlpi_addr + info->dlpi_phdr[i].p_vaddr;
-            *static_cast<CLibrary*>(library) = {begin, begin + info->dlpi_phdr[i].p_memsz};
-        }
-    return 1;
+    for (CLibrary& library : librariesThatMayCrash)
+        for (int i = 0; std::strstr(info->dlpi_name, library.Name) && i < info->dlpi_phnum; ++i)
+            if (info->dlpi_phdr[i].p_type == PT_LOAD && (info->dlpi_phdr[i].p_flags & PF_X) != 0)
+            {
+                library.Begin = info->dlpi_addr + info->dlpi_phdr[i].p_vaddr;
+                library.End = library.Begin + info->dlpi_phdr[i].p_memsz;
+            }
+    return 0;
 }
 
-constinit CLibrary libTiff;
-
-[[gnu::constructor]] void FindLibTiffAtStart()
+[[gnu::constructor]] void FindLibrariesAtStart()
 {
-    dl_iterate_phdr(FindLibTiff, &libTiff);
+    dl_iterate_phdr(FindLibraries, nullptr);
 }
 
 } // namespace
@@ -63,9 +67,9 @@ namespace
 
 bool Fails(const void* caller)
 {
-    const auto address = reinterpret_cast<uintptr_t>(caller);
-    if (address >= libTiff.Begin && address < libTiff.End) // it may crash then, which no caller can prevent
-        return false;
+    for (const CLibrary& library : librariesThatMayCrash)
+        if (library.Holds(reinterpret_cast<uintptr_t>(caller)))
+            return false;
     if (!allocations.DoesNextFail())
         return false;
     errno = ENOMEM;
