@@ -54,8 +54,8 @@ public:
     /// reader moves the handle: whoever reads sets it first, and reads with nothing between. Where directories lie is
     /// kept, so that one after the other costs one step each. Keeps errno.
     TIFF* SetDirectory(uint32_t dir);
-    /// The same where it may fail: false when the file is no TIFF or does not have the directory. A file that cannot be
-    /// read is a failed assertion all the same, and is opened anew by the next call. Keeps errno.
+    /// The same where it may fail: false when the file is no TIFF, does not have the directory or cannot be read. One
+    /// that could not be read is opened anew by the next call. Keeps errno.
     bool TrySetDirectory(uint32_t dir);
 
 private:
