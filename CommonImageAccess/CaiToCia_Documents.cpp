@@ -27,7 +27,7 @@ AC_Result BuildGroups(CImgDoc& doc)
     {
         CMultiDimImage& image = *doc.BrixGetGroup(i);
         LogGroup(image);
-        const auto numOfLevels = static_cast<int32_t>(DimensionOf(image, DimensionType::DimensionType_P).NumOfPoints());
+        const auto numOfLevels = static_cast<int32_t>(image.DimensionOf(DimensionType::DimensionType_P).NumOfPoints());
         if (numOfLevels < 1)
             return AC_RESULT_FAILURE;
     }

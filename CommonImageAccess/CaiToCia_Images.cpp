@@ -76,7 +76,7 @@ public:
     {
         if (!text || !CanonicalNumber(text, channelID)) [[unlikely]]
             return RefuseText(text);
-        if (!DimensionOf(_image, DimensionType::DimensionType_C).IsValidCoordinate(channelID)) [[unlikely]]
+        if (!_image.DimensionOf(DimensionType::DimensionType_C).IsValidCoordinate(channelID)) [[unlikely]]
             return Refuse("Channel ID lies outside the acceptable range!");
         return true;
     }
@@ -92,7 +92,7 @@ public:
 
     void AddChannel(uint32_t channelID)
     {
-        CCoordinate::AssertIsIndexOf(DimensionOf(_image, DimensionType::DimensionType_C), channelID);
+        CCoordinate::AssertIsIndexOf(_image.DimensionOf(DimensionType::DimensionType_C), channelID);
         Coords.Set(DimensionType::DimensionType_C, channelID);
     }
 

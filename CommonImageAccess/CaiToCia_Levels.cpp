@@ -4,6 +4,7 @@
 #include "CommonImageAccess/Handles.h"
 
 #include <bit>
+#include <cerrno>
 
 using namespace CIA;
 using namespace CommonUtil;
@@ -13,16 +14,35 @@ namespace
 
 constexpr UINT64 MaxAreaID = 0xFFFFFFFE;
 
-/// The position of an area or a tile. Hosts are told that no lock is taken and may ask from any thread; working the
-/// position out fills caches, so that the document is held all the same.
+CMultiDimImage& ImageOf(CMultiDimTile& area)
+{
+    return area.Level().ParentMultiDimImg();
+}
+CMultiDimImage& ImageOf(CDeepZoomTile& tile)
+{
+    return tile.ParentFrame().ParentMultiDimImg();
+}
+
+/// The position of an area or a tile. Hosts are told that no lock is taken and may ask from any thread, also while
+/// another one reads a tile: what was told once and cannot change is told without. The first time it is worked out,
+/// which fills caches; in a TIFF it always is, and moves the file from directory to directory.
 template <typename Object>
 AC_Result GetPosition(Object& object, CMN_RECT* pRect)
 {
     return AtBoundary(
         [&]
         {
+            if (const CPixelRect* kept = object.KeptPixelRect())
+            {
+                errno = 0; // whoever asks for the size of a tile clears it
+                *pRect = std::bit_cast<CMN_RECT>(*kept);
+                return AC_RESULT_SUCCESS;
+            }
             const CLock lock(DocOf(object).ThreadSafetyMutex());
-            *pRect = std::bit_cast<CMN_RECT>(object.PixelRect());
+            const CPixelRect rect = object.PixelRect();
+            if (ImageOf(object).HasOneTileSize())
+                object.KeepPixelRect(rect);
+            *pRect = std::bit_cast<CMN_RECT>(rect);
             return AC_RESULT_SUCCESS;
         });
 }
@@ -48,7 +68,7 @@ extern "C"
             {
                 CMultiDimImage& image = Group(hMultiDimImg);
                 const CLock lock(DocOf(image).ThreadSafetyMutex());
-                *numOfLevels = static_cast<int>(DimensionOf(image, DimensionType::DimensionType_P).NumOfPoints());
+                *numOfLevels = static_cast<int>(image.DimensionOf(DimensionType::DimensionType_P).NumOfPoints());
                 return *numOfLevels > 0 ? AC_RESULT_SUCCESS : CiaResultToAC_Result();
             });
     }

@@ -47,6 +47,13 @@ private:
     const ObjThatHasCoords* _Creator;
 };
 
+/// A pixel of an image, by its indexes on X and Y.
+struct CPixelIndexes
+{
+    uint32_t X = 0;
+    uint32_t Y = 0;
+};
+
 /// The coordinates of one object by dimension. Borrowed: each is owned by its creator.
 using CCoords = std::map<DimensionType::E, CCoordinate*>;
 

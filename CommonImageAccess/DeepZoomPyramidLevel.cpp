@@ -21,8 +21,10 @@ uint16_t CheckedLevelID(uint32_t levelId)
     return static_cast<uint16_t>(levelId);
 }
 
-bool Fits(const CDeepZoomTile& tile, const CFrameCoords& selectionCriteria, const CChannelSelection& selectedChannelIDs)
+/// By the tile's coordinates, which must be such; they lie where those of its frame do.
+bool Fits(CDeepZoomTile& tile, const CFrameCoords& selectionCriteria, const CChannelSelection& selectedChannelIDs)
 {
+    tile.NeedCoords();
     const CFrameIdx& idx = tile.ParentFrame().FrameIdx();
     CDimensionTypes types = selectionCriteria.Types();
     for (; !types.IsEmpty(); types = types.WithoutFirst())

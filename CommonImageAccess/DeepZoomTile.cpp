@@ -14,7 +14,8 @@ namespace CIA
 
 CPixelFrameFormat& CDeepZoomTile::Channel()
 {
-    return _ParentFrame.Channel();
+    NeedCoords();
+    return _ParentFrame.ParentMultiDimImg().ChannelOf(_ParentFrame.FrameIdx());
 }
 
 bool CDeepZoomTile::IsInRawFormat()
@@ -22,31 +23,40 @@ bool CDeepZoomTile::IsInRawFormat()
     return Channel().CompressionType() == PixelFrameCompressionType::None;
 }
 
+CPixelIndexes CDeepZoomTile::WorkOutFirstPixel()
+{
+    ZEL_ASSERT(static_cast<int64_t>(TileRowIdx) < _ParentLevel.NumOfRows());
+    CMultiDimImage& image = _ParentFrame.ParentMultiDimImg();
+    const auto index = [&](DimensionType::E type, uint32_t first, int32_t colOrRow, uint32_t tileSize)
+    {
+        // Positions are unsigned 32-bit numbers that wrap: a tile before the first pixel lies just below 2^32.
+        const uint32_t indexOfTile = first + static_cast<uint32_t>(colOrRow) * tileSize;
+        CCoordinate::AssertIsIndexOf(image.DimensionOf(type), indexOfTile);
+        return indexOfTile;
+    };
+    const uint32_t firstX = _ParentFrame.FirstX();
+    ZEL_ASSERT(!_ParentLevel.Coords().empty());
+    const uint32_t width = _HasCoords ? image.TileWidthOfCoords() : image.AskTileWidthOfCoords();
+    const uint32_t x = index(DimensionType::DimensionType_X, firstX, TileColIdx, width);
+    const uint32_t firstY = _ParentFrame.FirstY();
+    const uint32_t height = _HasCoords ? image.TileHeightOfCoords() : image.AskTileHeightOfCoords();
+    const uint32_t y = index(DimensionType::DimensionType_Y, firstY, TileRowIdx, height);
+    _HasCoords = true;
+    return {x, y};
+}
+
 bool CDeepZoomTile::Coords_init(CCoords& varToInit)
 {
     ZEL_ASSERT(varToInit.empty());
-    ZEL_ASSERT(static_cast<int64_t>(TileRowIdx) < _ParentLevel.NumOfRows());
-    CCoords coords = _ParentFrame.Coords();
-    ZEL_ASSERT(!coords.contains(DimensionType::DimensionType_P));
-    const CCoords& levelCoords = _ParentLevel.Coords();
-    const auto levelCoord = levelCoords.find(DimensionType::DimensionType_P);
-    ZEL_ASSERT(levelCoord != levelCoords.end());
-    coords.insert(*levelCoord);
-
+    const CPixelIndexes indexes = WorkOutFirstPixel();
+    varToInit = _ParentFrame.Coords();
+    ZEL_ASSERT(!varToInit.contains(DimensionType::DimensionType_P));
+    varToInit.insert(*_ParentLevel.Coords().find(DimensionType::DimensionType_P));
     CMultiDimImage& image = _ParentFrame.ParentMultiDimImg();
-    // Positions are unsigned 32-bit numbers that wrap: a tile before the first pixel lies just below 2^32.
-    const auto moveBy = [&](DimensionType::E type, uint32_t distance)
-    {
-        const auto found = coords.find(type);
-        ZEL_ASSERT(found != coords.end());
-        CDimension& dimension = found->second->Dimension();
-        const uint32_t oldIndex = found->second->Index();
-        ZEL_ASSERT(oldIndex < dimension.NumOfPoints());
-        found->second = MakeOwnCoord(oldIndex + distance, dimension);
-    };
-    moveBy(DimensionType::DimensionType_X, static_cast<uint32_t>(TileColIdx) * image.DeepZoomTilePixelWidth(0));
-    moveBy(DimensionType::DimensionType_Y, static_cast<uint32_t>(TileRowIdx) * image.DeepZoomTilePixelHeight(0));
-    varToInit = std::move(coords);
+    const auto replace = [&](DimensionType::E type, uint32_t index)
+    { varToInit[type] = MakeOwnCoord(index, image.DimensionOf(type)); };
+    replace(DimensionType::DimensionType_X, indexes.X);
+    replace(DimensionType::DimensionType_Y, indexes.Y);
     return true;
 }
 
@@ -82,6 +92,15 @@ bool CDeepZoomTile::PartialTileNeedsToBeRead(const CPixelRect& r)
 bool CDeepZoomTile::IsWithinTile(const CPixelRect& r)
 {
     return uint64_t{r.X()} + r.Width() <= PixelWidth() && uint64_t{r.Y()} + r.Height() <= PixelHeight();
+}
+
+uint32_t CDeepZoomTile::NumOfBytesPerPixel()
+{
+    CPixelFormat* pixelFormat = Channel().PixelFormat();
+    ZEL_ASSERT(pixelFormat);
+    const uint32_t numOfBytes = pixelFormat->NumOfBytes();
+    ZEL_ASSERT(numOfBytes != 0xFFFFFFFF);
+    return numOfBytes;
 }
 
 bool CDeepZoomTile::PixelBuf(CByteArray& buf, const CPixelRect& r)

@@ -32,8 +32,10 @@ struct CDeepZoomTileIdx
 class CDeepZoomTile : public ObjThatHasCoords, public CBrixPropsetProvider
 {
 public:
-    CDeepZoomTile(CFrame& frame, CDeepZoomPyramidLevel& level, int32_t col, int32_t row)
-        : TileColIdx(col), TileRowIdx(row), _ParentLevel(level), _ParentFrame(frame)
+    /// `repeatsAPosition`: another tile of the frame is the one that is served at this position.
+    CDeepZoomTile(CFrame& frame, CDeepZoomPyramidLevel& level, int32_t col, int32_t row, bool repeatsAPosition = false)
+        : TileColIdx(col), TileRowIdx(row), _ParentLevel(level), _ParentFrame(frame),
+          _RepeatsAPosition(repeatsAPosition)
     {
     }
 
@@ -41,6 +43,16 @@ public:
     int32_t RowIdx() const { return TileRowIdx; }
     CDeepZoomPyramidLevel& ParentLevel() const { return _ParentLevel; }
     CFrame& ParentFrame() const { return _ParentFrame; }
+    /// True for a tile that is met in the walk over the file alone: another one of its frame has the same position.
+    bool RepeatsAPosition() const { return _RepeatsAPosition; }
+    /// Asserts that the coordinates of this tile can be made. Until they could be for the first time, the image is
+    /// asked for its tile size at each call, which clears errno and leaves a TIFF store on its first directory.
+    void NeedCoords()
+    {
+        if (!_HasCoords)
+            WorkOutFirstPixel();
+    }
+    /// The channel on which the tile's coordinates lie, owned by the image.
     CPixelFrameFormat& Channel();
     /// True when the pixels are stored as they are: then any rectangle of the tile can be read.
     bool IsInRawFormat();
@@ -50,7 +62,8 @@ public:
     /// Reads the pixels of `r` (all 0: the whole tile) as they are stored. With `buf.Arr` null or `buf.Size` too small,
     /// only the needed size is put into `buf.Size`, and that is no error. False with errno on failure.
     bool PixelBuf(CByteArray& buf, const CPixelRect& r);
-    /// The next tile in the order of the file, whatever its frame and level; null at the end.
+    /// The next tile in the order of the file, whatever its frame and level, also one that repeats a position; null at
+    /// the end.
     virtual CDeepZoomTile* NextTileOnDisk() = 0;
 
 protected:
@@ -64,6 +77,8 @@ protected:
     virtual bool IsWithinTile(const CPixelRect& r);
     /// PixelBuf with a rectangle that lies within the tile.
     virtual bool PixelBuf_rValidated(CByteArray& buf, const CPixelRect& r) = 0;
+    /// Asserts that the channel tells.
+    uint32_t NumOfBytesPerPixel();
 
 private:
     struct CPropsetHandler;
@@ -72,11 +87,15 @@ private:
     bool BrixPropset_StimulationROIInfo(const AC_PARAMS& params, CBrixPropset& propset);
     bool BrixPropset_AxisPosition(const AC_PARAMS& params, CBrixPropset& propset);
     bool BrixPropset_JpegTables(const AC_PARAMS& params, CBrixPropset& propset);
+    CPixelIndexes WorkOutFirstPixel();
 
     const int32_t TileColIdx;
     const int32_t TileRowIdx;
     CDeepZoomPyramidLevel& _ParentLevel;
     CFrame& _ParentFrame;
+    const bool _RepeatsAPosition;
+    /// They could be made: from then on they are known, whether or not anyone asked for the objects.
+    bool _HasCoords = false;
 };
 
 /// A corner of a tile matrix.

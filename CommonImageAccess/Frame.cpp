@@ -90,12 +90,19 @@ bool CFrame::ZoomoutFactor_init(double& varToInit)
     return true;
 }
 
+bool CFrame::First_init(uint32_t& varToInit, DimensionType::E type)
+{
+    const auto found = Coords().find(type);
+    ZEL_ASSERT(found != Coords().end());
+    varToInit = found->second->Index();
+    ZEL_ASSERT(varToInit < found->second->Dimension().NumOfPoints());
+    return true;
+}
+
 CPixelFrameFormat& CFrame::Channel()
 {
-    const CChannels& channels = _ParentMultiDimImg.Channels();
-    const auto found = channels.find(Idx.C);
-    ZEL_ASSERT(found != channels.end() && found->second);
-    return *found->second;
+    ZEL_ASSERT(Coords().contains(DimensionType::DimensionType_C));
+    return _ParentMultiDimImg.ChannelOf(Idx);
 }
 
 CDeepZoomTiles& CFrame::ListDeepZoomTiles()

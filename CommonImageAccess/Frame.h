@@ -3,6 +3,7 @@
 #include "CommonImageAccess/ObjThatHasCoords.h"
 #include "CommonUtil/ArrayStartAndSize.h"
 #include "CommonUtil/Assertion.h"
+#include "CommonUtil/Lazy.h"
 
 #include <compare>
 #include <initializer_list>
@@ -89,8 +90,20 @@ public:
 
     CMultiDimImage& ParentMultiDimImg() const { return _ParentMultiDimImg; }
     const CFrameIdx& FrameIdx() const { return Idx; }
-    /// The channel of this frame, owned by the image.
+    /// The channel on which this frame's coordinates lie, owned by the image.
     CPixelFrameFormat& Channel();
+    /// The indexes of this frame's first pixel, which is the image's. Assert that the coordinates of the frame can be
+    /// made and that the pixel lies on the dimension.
+    uint32_t FirstX()
+    {
+        return _FirstX.Get([this](uint32_t& varToInit)
+                           { return First_init(varToInit, DimensionType::DimensionType_X); });
+    }
+    uint32_t FirstY()
+    {
+        return _FirstY.Get([this](uint32_t& varToInit)
+                           { return First_init(varToInit, DimensionType::DimensionType_Y); });
+    }
     /// The tiles of this frame at all levels. Empty when they could not be listed; the next call tries again.
     CDeepZoomTiles& DeepZoomTiles() { return _DeepZoomTiles ? *_DeepZoomTiles : ListDeepZoomTiles(); }
     /// The JPEG tables that the tiles of a Jpeg7 frame lack, owned by this frame. Empty, with EBADFD, for any other
@@ -113,9 +126,12 @@ private:
     bool IsRealWorldSizeOrPixelSizeAvailable() const override { return false; }
     CDeepZoomTiles& ListDeepZoomTiles();
     void DbgValidateDeepZoomTiles(const CDeepZoomTiles& tiles);
+    bool First_init(uint32_t& varToInit, DimensionType::E type);
 
     CMultiDimImage& _ParentMultiDimImg;
     const CFrameIdx Idx;
+    CommonUtil::CLazy<uint32_t, 0xFFFFFFFFu> _FirstX;
+    CommonUtil::CLazy<uint32_t, 0xFFFFFFFFu> _FirstY;
     std::unique_ptr<CDeepZoomTiles> _DeepZoomTiles;
     std::vector<unsigned char> _JpegTables;
 };

@@ -38,12 +38,4 @@ inline CImgDoc& DocOf(CDeepZoomTile& tile)
     return DocOf(tile.ParentFrame().ParentMultiDimImg());
 }
 
-/// The dimension of an image; asserts that the image has it.
-inline CDimension& DimensionOf(CMultiDimImage& image, DimensionType::E type)
-{
-    CDimension* dimension = image.FindDimension(type);
-    ZEL_ASSERT(dimension);
-    return *dimension;
-}
-
 } // namespace CIA

@@ -155,6 +155,14 @@ const CChannels& CMultiDimImage::Channels()
     return GetContainer(_Channels, [this](CChannels& varToInit) { return Channels_init(varToInit); });
 }
 
+CPixelFrameFormat& CMultiDimImage::ChannelOf(const CFrameIdx& frameIdx)
+{
+    const CChannels& channels = Channels();
+    const auto found = channels.find(frameIdx.C);
+    ZEL_ASSERT(found != channels.end() && found->second);
+    return *found->second;
+}
+
 const std::vector<CVectorGraphicsImage>& CMultiDimImage::VectorGraphicsImages()
 {
     return GetContainer(_VectorGraphicsImages, [this](std::vector<CVectorGraphicsImage>& varToInit)

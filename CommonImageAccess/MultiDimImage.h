@@ -75,6 +75,13 @@ public:
         Dimensions();
         return _DimensionsByType[static_cast<size_t>(type)];
     }
+    /// One that the image must have.
+    CDimension& DimensionOf(DimensionType::E type)
+    {
+        CDimension* dimension = FindDimension(type);
+        ZEL_ASSERT(dimension);
+        return *dimension;
+    }
     /// The mandatory dimensions and those of more than one point.
     const CDimensionRefs& SignificantDimensions();
     /// Which of the dimensions that tell frames apart the image has.
@@ -96,6 +103,8 @@ public:
         return _FrameTable[((idx.Z * numOfC + idx.C) * numOfL + idx.L) * numOfT + idx.T];
     }
     const CChannels& Channels();
+    /// The channel of a frame; asserts that there is one.
+    CPixelFrameFormat& ChannelOf(const CFrameIdx& frameIdx);
     /// What users have drawn on the image; an object's ID is its place.
     const std::vector<CVectorGraphicsImage>& VectorGraphicsImages();
     /// Null when the image tells of none, or (after a log line) when it could not be read.
@@ -111,6 +120,14 @@ public:
     /// TIFF directory that a level told.
     uint32_t DeepZoomTilePixelWidth(uint32_t levelID);
     uint32_t DeepZoomTilePixelHeight(uint32_t levelID);
+    /// The size of a tile at level 0, by which the coordinates of tiles are told: asked for anew, or as it was when it
+    /// was asked for last, which leaves errno and the files alone.
+    uint32_t AskTileWidthOfCoords() { return _TileWidthOfCoords = DeepZoomTilePixelWidth(0); }
+    uint32_t AskTileHeightOfCoords() { return _TileHeightOfCoords = DeepZoomTilePixelHeight(0); }
+    uint32_t TileWidthOfCoords() const { return _TileWidthOfCoords; }
+    uint32_t TileHeightOfCoords() const { return _TileHeightOfCoords; }
+    /// True when all tiles of the image have one size, whatever is asked between: their rectangles never change then.
+    virtual bool HasOneTileSize() = 0;
     /// The width of the picture at a level.
     virtual uint32_t PixelWidthForLevel(uint32_t levelID) = 0;
     /// How far the picture's first pixel lies inside the tile matrix of level 0; 0x7FFFFFFF on failure.
@@ -169,6 +186,8 @@ private:
     const bool _IsRealWorldSizeOrPixelSizeAvailable;
     CommonUtil::CLazy<int32_t, 0x7FFFFFFF> _LeftCroppingOfLevel0TileMatrixInPixels;
     CommonUtil::CLazy<int32_t, 0x7FFFFFFF> _TopCroppingOfLevel0TileMatrixInPixels;
+    uint32_t _TileWidthOfCoords = 0;
+    uint32_t _TileHeightOfCoords = 0;
     // Freed in the reverse order: frames, levels, channels, dimensions; each refers to those freed after it.
     CDimensions _Dimensions;
     std::array<CDimension*, DimensionType::NumOfDimTypes> _DimensionsByType{};

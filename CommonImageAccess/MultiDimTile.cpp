@@ -111,7 +111,7 @@ CDeepZoomTile* CMultiDimTile::TileOf(CFrame& frame)
     // Hosts ask again for what they had: then nothing has to be looked up.
     CDeepZoomTile* last = LastDeepZoomTileFetched;
     if (last && &last->ParentFrame() == &frame && &last->ParentLevel() == &_Level && last->ColIdx() == TileColIdx &&
-        last->RowIdx() == TileRowIdx)
+        last->RowIdx() == TileRowIdx && !last->RepeatsAPosition())
         return last;
     return frame.DeepZoomTiles().Find({TileColIdx, TileRowIdx, _Level.ID()});
 }

@@ -27,6 +27,7 @@ struct ObjThatHasCoords::CState
     double _ZoomoutFactor = Unknown;
     bool DbgCoordsInitIsInProgress = false;
     CBrixPropsets _Propsets;
+    CPublishedPtr<CPixelRect> _KeptRect;
 };
 
 void ObjThatHasCoords::CStateDeleter::operator()(CState* state) const
@@ -36,8 +37,7 @@ void ObjThatHasCoords::CStateDeleter::operator()(CState* state) const
 
 ObjThatHasCoords::CState& ObjThatHasCoords::MakeState()
 {
-    _State.reset(std::make_unique<CState>().release());
-    return *_State;
+    return _State.Publish(std::make_unique<CState>());
 }
 
 CBrixPropsets& ObjThatHasCoords::PropsetsInState()
@@ -53,7 +53,8 @@ CCoordinate* ObjThatHasCoords::Keep(std::unique_ptr<CCoordinate> coordinate)
 
 bool ObjThatHasCoords::DbgIsCoordsInitInProgress() const
 {
-    return _State && _State->DbgCoordsInitIsInProgress;
+    const CState* state = _State.Get();
+    return state && state->DbgCoordsInitIsInProgress;
 }
 
 const CCoords& ObjThatHasCoords::Coords()
@@ -94,6 +95,18 @@ CPixelRect ObjThatHasCoords::PixelRect()
     const uint32_t y = PixelY();
     const uint32_t width = PixelWidth();
     return {x, y, width, PixelHeight()};
+}
+
+void ObjThatHasCoords::KeepPixelRect(const CPixelRect& rect)
+{
+    if (!State()._KeptRect.Get())
+        State()._KeptRect.Publish(std::make_unique<CPixelRect>(rect));
+}
+
+const CPixelRect* ObjThatHasCoords::KeptPixelRect() const
+{
+    const CState* state = _State.Get();
+    return state ? state->_KeptRect.Get() : nullptr;
 }
 
 uint32_t ObjThatHasCoords::PixelWidth()

@@ -2,6 +2,7 @@
 #include "CommonImageAccess/BrixPropsetProvider.h"
 #include "CommonImageAccess/Coordinate.h"
 #include "CommonImageAccess/PixelRect.h"
+#include "CommonUtil/PublishedPtr.h"
 
 #include <memory>
 #include <vector>
@@ -29,6 +30,10 @@ public:
     uint32_t PixelWidth(); ///< 0xFFFFFFFF: could not be worked out
     uint32_t PixelHeight();
     CPixelRect PixelRect();
+    /// Keeps a rectangle that never changes. From then on KeptPixelRect gives it, on any thread and without the lock of
+    /// the document; null before.
+    void KeepPixelRect(const CPixelRect& rect);
+    const CPixelRect* KeptPixelRect() const;
     double RealWorldWidth(); ///< in the units of X; NaN: could not be worked out
     double RealWorldHeight();
     double ZoomoutFactor(); ///< how many pixels of level 0 one pixel spans; NaN: could not be worked out
@@ -59,14 +64,18 @@ private:
     {
         void operator()(CState* state) const;
     };
-    CState& State() { return _State ? *_State : MakeState(); }
+    CState& State()
+    {
+        CState* state = _State.Get();
+        return state ? *state : MakeState();
+    }
     CState& MakeState();
     CCoordinate* Keep(std::unique_ptr<CCoordinate> coordinate);
     uint32_t PixelSize(DimensionType::E type, bool (ObjThatHasCoords::*init)(double&), double realWorldSize);
     double RealWorldSize(DimensionType::E type, bool (ObjThatHasCoords::*init)(double&));
     CCoordinate& Coord(DimensionType::E type);
 
-    std::unique_ptr<CState, CStateDeleter> _State;
+    CommonUtil::CPublishedPtr<CState, CStateDeleter> _State;
 };
 
 } // namespace CIA

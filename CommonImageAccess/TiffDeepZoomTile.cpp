@@ -131,9 +131,7 @@ std::vector<unsigned char> CTiffDeepZoomTile::JpegStream(const CPlace& place, TI
 void CTiffDeepZoomTile::ReadPart(CByteArray& buf, const CPixelRect& r)
 {
     const uint32_t sizeOffered = buf.Size;
-    CPixelFormat* pixelFormat = Channel().PixelFormat();
-    ZEL_ASSERT(pixelFormat && pixelFormat->NumOfBytes() != 0xFFFFFFFF);
-    const uint64_t b = pixelFormat->NumOfBytes();
+    const uint64_t b = NumOfBytesPerPixel();
     const uint64_t width = PixelWidth();
     buf.Size = SizeOfRect(r, b);
     if (IsSizeAllThatIsWanted(buf, sizeOffered))

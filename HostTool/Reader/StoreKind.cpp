@@ -14,7 +14,8 @@ StoreKind KindOf(Zel::CKorFile& store)
 {
     if (!store.IsOmeType())
         return StoreKind::BinaryStore;
-    const bool isTiled = store.KorTiles().Size() == 0 || TIFFIsTiled(store.TiffFilePtrSetTo(store.TiffIfdOf(0)));
+    const auto& levels = store.TiffStoreLevels();
+    const bool isTiled = levels.empty() || TIFFIsTiled(store.TiffFilePtrSetTo(levels.front().TiffIfd(0)));
     return isTiled ? StoreKind::TiffTiles : StoreKind::TiffStrips;
 }
 

@@ -97,15 +97,25 @@ void CGroupIndex::ReadTiffStore(Zel::CZelMultiDimImage& image)
     _File = ToUtf8(store.FileName());
     _SizeOfFile = store.FileSize();
     _IsTiff = true;
-    for (uint32_t i = 0; i < store.KorTiles().Size(); ++i)
-    {
-        const Zel::CDecompressedKorTileIdx idx = store.KorTiles().Idx(i);
-        CTileRecord record{idx.PIdx, idx.ColIdx, idx.RowIdx, PositionOf(idx.FrameIdx()), 0, 0, store.TiffIfdOf(i)};
-        TIFF* tif = store.TiffFilePtrSetTo(record.Directory);
-        if (record.Col >= 0 && record.Row >= 0)
-            SetPlace(record, tif, static_cast<uint64_t>(record.Row) * NumOfTilesAcross(tif) + record.Col);
-        _Records.push_back(record);
-    }
+    // Planes whose directory isn't there have no tiles to list, however many of them the XML names.
+    const uint32_t numOfDirectories = CIA::TIFFNumberOfDirectories(store.AssertedTiffFilePtr());
+    for (const Zel::CTiffStoreLevel& level : store.TiffStoreLevels())
+        for (size_t plane = 0; plane < level.Planes.size(); ++plane)
+            if (level.TiffIfd(plane) < numOfDirectories)
+                AddTilesOfPlane(store, level, plane);
+}
+
+void CGroupIndex::AddTilesOfPlane(Zel::CKorFile& store, const Zel::CTiffStoreLevel& level, size_t plane)
+{
+    TIFF* tif = store.TiffFilePtrSetTo(level.TiffIfd(plane));
+    const uint32_t tilesAcross = NumOfTilesAcross(tif);
+    for (uint32_t row = 0; row < level.NumOfRows; ++row)
+        for (uint32_t col = 0; col < level.NumOfCols; ++col)
+        {
+            CTileRecord record{level.Level, col, row, PositionOf(level.Planes[plane]), 0, 0, level.TiffIfd(plane)};
+            SetPlace(record, tif, uint64_t{row} * tilesAcross + col);
+            _Records.push_back(record);
+        }
 }
 
 void CGroupIndex::ReadDirectoriesOfDocument(Zel::CZelMultiDimImage& image)

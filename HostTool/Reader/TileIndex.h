@@ -9,6 +9,12 @@
 #include <string>
 #include <vector>
 
+namespace Zel
+{
+class CKorFile;
+struct CTiffStoreLevel;
+} // namespace Zel
+
 namespace HostTool
 {
 
@@ -52,6 +58,7 @@ public:
 private:
     void ReadBinaryStore(Zel::CZelMultiDimImage& image);
     void ReadTiffStore(Zel::CZelMultiDimImage& image);
+    void AddTilesOfPlane(Zel::CKorFile& store, const Zel::CTiffStoreLevel& level, size_t plane);
     void ReadDirectoriesOfDocument(Zel::CZelMultiDimImage& image);
     void Sort();
 

@@ -114,6 +114,48 @@ TEST_F(WalkOverImages, StaysAtTheGivenPositionsAndWalksTheOtherAxes)
     EXPECT_THAT(LabelsOfTheRest(area, {L"0"}, {AtT(0)}), ElementsAre(Label(0, 0, 0, {.Z = 2, .T = 0})));
 }
 
+TEST_F(WalkOverImages, MeetsEachRecordAlsoOneThatRepeatsAPosition)
+{
+    Document document;
+    document.With(Labelled().Size(512, 256));
+    const std::string again = "again";
+    document.Store(1).Add(0, 0, {0}, 0, {again.begin(), again.end()});
+    Open(std::move(document));
+    const AC_HAREA area = Area(Group(), 0, 0);
+    const AC_HIMAGE first = Image(area);
+    EXPECT_THAT(LabelsOfTheRest(area, {L"0"}), ElementsAre(Label(0, 1, 0), again));
+    Image(area);
+    NextImage(area);
+    ASSERT_NE(NextImage(area), nullptr);
+    EXPECT_EQ(Image(area), first) << "of two for one position the first is served, also after the walk met the second";
+}
+
+TEST_F(WalkOverImages, MeetsRecordsThatDifferInADroppedElement)
+{
+    Document document;
+    document.With(Labelled());
+    const std::string other = "other";
+    document.Store(1).Add(0, 0, {7}, 0, {other.begin(), other.end()});
+    Open(std::move(document));
+    const AC_HAREA area = Area(Group(), 0, 0);
+    Image(area);
+    EXPECT_THAT(LabelsOfTheRest(area, {L"0"}), ElementsAre(other));
+}
+
+TEST_F(WalkOverImages, MeetsRecordsOfSeveralFramesThatRepeatPositions)
+{
+    Document document;
+    document.With(Labelled().Z(2));
+    for (const int32_t z : {1, 0, 1})
+        document.Store(1).Add(0, 0, {z}, 0, {static_cast<uint8_t>('a' + z)});
+    Open(std::move(document));
+    const AC_HAREA area = Area(Group(), 0, 0);
+    Image(area, L"0", {AtZ(0)});
+    EXPECT_THAT(LabelsOfTheRest(area, {L"0"}), ElementsAre(Label(0, 0, 0, {.Z = 1}), "b", "a", "b"));
+    Image(area, L"0", {AtZ(0)});
+    EXPECT_THAT(LabelsOfTheRest(area, {L"0"}, {AtZ(0)}), ElementsAre("a"));
+}
+
 TEST_F(WalkOverImages, GoesTheWayOfTheFile)
 {
     Document document;

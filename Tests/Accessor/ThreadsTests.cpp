@@ -1,5 +1,6 @@
 // Several threads at once, on one document and on several. A race shows best under the thread sanitizer.
 
+#include "CommonImageAccess/ImgDoc.h"
 #include "Tests/Accessor/Slide.h"
 #include "Tests/Threads/OnThreads.h"
 
@@ -63,6 +64,24 @@ TEST_F(Threads, AskForPositionsWhileOthersAskForImages)
                     BodyOf(Image(Area(Group(), 0, number), L"0", {AtZ(1)}));
             }
         });
+}
+
+TEST_F(Threads, AreToldPositionsOnceMoreWhileAnotherOneIsInsideTheDocument)
+{
+    Open(BigEnough());
+    const AC_HAREA area = Area(Group(), 0, 5);
+    const AC_HIMAGE image = Image(area, L"0", {AtZ(0)});
+    PositionOf(area);
+    RectOf(image);
+    const CommonUtil::CLock inside(static_cast<CIA::CImgDoc*>(Doc())->ThreadSafetyMutex());
+    // It would wait for ever if it waited at all.
+    std::jthread(
+        [&]
+        {
+            EXPECT_EQ(PositionOf(area), (CMN_RECT{256, 256, 256, 256}));
+            EXPECT_EQ(RectOf(image), (CMN_RECT{256, 256, 256, 256}));
+        })
+        .join();
 }
 
 TEST_F(Threads, OnSeveralDocumentsDoNotMeet)

@@ -189,6 +189,16 @@ TEST_F(DocumentDirectory, IsFollowedByTheNextHigherNumberThatAFrameHas)
     EXPECT_EQ(ModelTile(0, 0)->NextTileOnDisk(), nullptr);
 }
 
+TEST_F(DocumentDirectory, ThatTwoFramesNameIsFollowedToTheLastOfThemInTheNestOfTimeAndChannel)
+{
+    Document document;
+    document.With(Stack(1).Size(8, 4).Channels(2).T(2).InDocument(4));
+    document.Frame(1, 1).Child(2016).SecondTag(2); // channel 1 at time 0
+    document.Frame(1, 2).Child(2016).SecondTag(2); // channel 0 at time 1
+    Open(std::move(document));
+    EXPECT_EQ(ModelTile(0, 0)->NextTileOnDisk(), ModelTile(0, 0, 0, {0, 0, 0, 1}));
+}
+
 TEST_F(DocumentDirectory, IsNotSharedAmongChannels)
 {
     const Stack stack = Stack(1).Size(8, 4).Z(2).Channels(2).FramesSharedByChannels().InDocument(4);

@@ -177,6 +177,59 @@ TEST_F(TiffStoreRecords, ChainThePlanesOfOnePositionAndEndThere)
     EXPECT_EQ(ModelTile(0, 0, 0, {1, 0, 0, 0})->NextTileOnDisk(), ModelTile(0, 0, 0, {2, 0, 0, 0}));
 }
 
+TEST_F(TiffStoreRecords, ChainPlanesThatRepeatAPosition)
+{
+    OpenWithXml(Ome({OmeImage("1", {AnyPlane, "TheZ=\"1\"", AnyPlane})}), {OneStrip(), OneStrip(), OneStrip()},
+                Stack(1).Z(2));
+    const AC_HAREA area = Area(Group(), 0, 0);
+    const AC_HIMAGE first = Image(area, L"0", {AtZ(0)});
+    EXPECT_THAT(AxesOf(NextImage(area)), ElementsAre(AtZ(1)));
+    const AC_HIMAGE third = NextImage(area);
+    EXPECT_THAT(AxesOf(third), ElementsAre(AtZ(0)));
+    EXPECT_NE(third, first);
+    EXPECT_EQ(NextImage(area), nullptr);
+    EXPECT_EQ(Image(area, L"0", {AtZ(0)}), first);
+}
+
+TEST_F(TiffStoreRecords, OfDirectoriesThatAreNotThereAreMadeButCannotBeRead)
+{
+    OpenWithXml(Ome({OmeImage("1", {"TheZ=\"0\"", "TheZ=\"1\""})}), {OneStrip()}, Stack(1).Z(2));
+    EXPECT_THAT(Records(), ElementsAre(Record{}, Record{.Z = 1, .Directory = 1}));
+    EXPECT_EQ(ResultOfBody(Tile(0, 0, L"0", {AtZ(0)})), AC_RESULT_SUCCESS);
+    EXPECT_EQ(ResultOfBody(Tile(0, 0, L"0", {AtZ(1)})), AC_RESULT_FAILURE);
+}
+
+TEST_F(TiffStoreRecords, OfDirectoriesThatAreNotThereCostNothingHoweverMany)
+{
+    // Four hundred million of them, whose list alone would take gigabytes.
+    constexpr uint32_t many = 20000;
+    OpenWithXml(Ome({OmeImage("1", std::vector<std::string>(many, AnyPlane))}), {CTiffDirectory(1, many).Strips(1)},
+                Stack(1));
+    EXPECT_EQ(NumOfAreas(Group(), 0), static_cast<int>(many));
+    EXPECT_EQ(ResultOfBody(Tile(0, 7)), AC_RESULT_SUCCESS);
+}
+
+TEST_F(TiffStoreRecords, BeginAnewWithTheFirstDirectoryAfterTheLastNumber)
+{
+    OpenWithXml(Ome({OmeImage("1", std::vector<std::string>(65537, AnyPlane))}), {OneStrip()}, Stack(1));
+    EXPECT_EQ(Records().back(), Record{});
+}
+
+TEST_F(TiffStoreRecords, OfDirectoriesThatAreThereAreAMillionOrAsManyAsTheFileHolds)
+{
+    constexpr uint32_t numOfStrips = 50000;
+    const auto resultOf = [&](size_t numOfPlanes)
+    {
+        std::vector<CTiffDirectory> directories(numOfPlanes, OneStrip());
+        directories.front() = CTiffDirectory(1, numOfStrips)
+                                  .Strips(1)
+                                  .Description(Ome({OmeImage("1", std::vector<std::string>(numOfPlanes, AnyPlane))}));
+        return ResultOfOpening(StoreOf(Stack(1), std::move(directories)));
+    };
+    EXPECT_EQ(resultOf(20), AC_RESULT_SUCCESS);
+    EXPECT_EQ(resultOf(21), AC_RESULT_FAILURE);
+}
+
 TEST_F(TiffStoreRecords, AreWalkedWhateverTheirIndexOnDimensionsThatTheStackHasNot)
 {
     OpenWithXml(Ome({OmeImage("1", {"TheZ=\"5\" TheT=\"0\"", "TheZ=\"7\" TheT=\"1\""})}), {OneStrip(), OneStrip()},

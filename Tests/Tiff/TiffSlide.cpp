@@ -92,14 +92,16 @@ CIA::CDeepZoomTile* TiffSlide::ModelTile(int32_t col, int32_t row, uint32_t leve
 
 std::vector<Record> TiffSlide::Records() const
 {
-    const Zel::CKorFile& korFile = Model().OpenedKorFile();
     std::vector<Record> records;
-    for (uint32_t number = 0; number < korFile.KorTiles().Size(); ++number)
-    {
-        const Zel::CDecompressedKorTileIdx idx = korFile.KorTiles().Idx(number);
-        records.push_back(
-            {idx.ColIdx, idx.RowIdx, idx.ZIdx, idx.TIdx, idx.CIdx, idx.LIdx, idx.PIdx, korFile.TiffIfdOf(number)});
-    }
+    for (const Zel::CTiffStoreLevel& level : Model().OpenedKorFile().TiffStoreLevels())
+        for (uint32_t position = 0; position < level.NumOfPositions(); ++position)
+            for (size_t plane = 0; plane < level.Planes.size(); ++plane)
+            {
+                const CIA::CFrameIdx& idx = level.Planes[plane];
+                records.push_back({static_cast<int32_t>(position % level.NumOfCols),
+                                   static_cast<int32_t>(position / level.NumOfCols), idx.Z, idx.T, idx.C, idx.L,
+                                   level.Level, level.TiffIfd(plane)});
+            }
     return records;
 }
 

@@ -33,7 +33,14 @@ TIFF* CZelFrame::TiffFilePtr()
 std::unique_ptr<CDeepZoomTiles> CZelFrame::DeepZoomTiles_init()
 {
     if (_ParentZelImage.UsesKorFile())
+    {
+        CKorFile* korFile = _ParentZelImage.KorFile();
+        ZEL_ASSERT(korFile);
+        ZEL_ASSERT(!Coords().empty()); // a frame claims the records whose indexes are those of its coordinates
+        if (korFile->IsOmeType())
+            return MakeTiffStoreFrameTiles(*this);
         return MakeKorFrameTiles(*this);
+    }
     if (_ParentZelImage.IsKorFileMissing())
         ThrowWithErrno(EREMOTE, "TODO: Need to read coarse data in case of missing KOR file!");
     return MakeZelTiffFrameTiles(*this);

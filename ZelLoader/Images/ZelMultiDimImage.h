@@ -2,6 +2,7 @@
 #include "CommonImageAccess/MultiDimImage.h"
 #include "ZelLoader/Images/ZelDimensionOrder.h"
 #include "ZelLoader/Store/KorFrameTiles.h"
+#include "ZelLoader/Store/TiffStoreTiles.h"
 
 #include <cerrno>
 #include <map>
@@ -64,6 +65,7 @@ public:
     bool ImageFrameProperties(const wchar_t* key, std::string& value) override;
     bool DbgDoesNotUseIFD0() override;
     bool HasMissingTilesConcept() override { return UsesKorFile(); }
+    bool HasOneTileSize() override;
     void GetCroppedLevelImageSize(uint32_t levelIdx, std::array<int32_t, 4>& rect) override;
     void DbgValidateNullDeepZoomTile() override;
     uint32_t PixelWidthForLevel(uint32_t levelID) override;
@@ -88,8 +90,10 @@ public:
         ZEL_ASSERT(_KorFile);
         return *_KorFile;
     }
-    /// Which records of the store belong to which frame.
+    /// Which records of a binary store belong to which frame.
     const CKorTilesByFrame& KorTilesByFrame();
+    /// Which planes of a TIFF store.
+    const CTiffPlanesByFrame& TiffPlanesByFrame();
 
     /// The frame nodes by frame. Frames are numbered in the order of the dimension tags, the first one fastest.
     const CZelMetaDataForImgFrames& ZelMetaDataForImgFrames();
@@ -171,6 +175,7 @@ private:
     bool _IsKorFileMissing = false;
     bool _IsOmeTiffKorFile = false;
     std::unique_ptr<CKorTilesByFrame> _KorTilesByFrame;
+    std::unique_ptr<CTiffPlanesByFrame> _TiffPlanesByFrame;
     std::map<uint32_t, uint32_t> _TileWidthsByDirectory;  ///< of a TIFF store, or of the document (under 0)
     std::map<uint32_t, uint32_t> _TileHeightsByDirectory; ///< likewise
     std::map<uint32_t, CTileGrid> _TileGridsByDirectory;

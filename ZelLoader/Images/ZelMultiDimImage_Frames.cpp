@@ -5,8 +5,10 @@
 #include "ZelLoader/Images/ZelMultiDimImage.h"
 #include "ZelLoader/Store/KorFile.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <limits>
+#include <tuple>
 
 namespace Zel
 {
@@ -110,20 +112,26 @@ uint64_t CZelMultiDimImage::MaxNumOfFrames()
     if (!UsesKorFile())
         return _IsKorFileMissing ? std::numeric_limits<uint64_t>::max() : _MetaData.ImgFrames()->size();
     CKorFile* korFile = KorFile();
-    return korFile ? korFile->KorTiles().Size() + _MetaData.ImgFrames()->size() : 0;
+    return korFile ? korFile->MaxNumOfFramesWithTiles() + _MetaData.ImgFrames()->size() : 0;
 }
 
 CFrame* CZelMultiDimImage::NextFrameOnDisk(uint32_t idxOfTiffIfd)
 {
     if (FramesIndexedByTiffIfdIdx.empty())
     {
-        std::map<uint32_t, CFrame*> framesByIfd;
+        // Frames are made in the nest of Z, T, lambda and channel, and of those that share a directory the last counts.
+        std::vector<CFrame*> frames;
         for (const auto& [idx, frame] : Frames())
-        {
-            CZelMetaDataForFrameTiffIfd* ifd = static_cast<CZelFrame&>(*frame).MetaData().FrameTiffIfd();
-            ZEL_ASSERT(ifd);
-            framesByIfd[ifd->IdxOfTiffIfd()] = frame.get();
-        }
+            frames.push_back(frame.get());
+        std::ranges::sort(frames, {},
+                          [](const CFrame* frame)
+                          {
+                              const CFrameIdx& idx = frame->FrameIdx();
+                              return std::tuple(idx.Z, idx.T, idx.L, idx.C);
+                          });
+        std::map<uint32_t, CFrame*> framesByIfd;
+        for (CFrame* frame : frames)
+            framesByIfd[static_cast<CZelFrame*>(frame)->TiffDirectory()] = frame;
         FramesIndexedByTiffIfdIdx = std::move(framesByIfd);
     }
     ZEL_ASSERT(FramesIndexedByTiffIfdIdx.contains(idxOfTiffIfd));

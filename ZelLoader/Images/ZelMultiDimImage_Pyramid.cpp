@@ -72,9 +72,8 @@ bool CZelMultiDimImage::DeepZoomPyramidLevels_init(std::vector<std::unique_ptr<C
     CKorFile* korFile = KorFile();
     if (!korFile)
         ThrowWithErrno(EACCES, "KOR File is open in some other process in write mode.");
-    const CKorTiles& tiles = korFile->KorTiles();
-    ZEL_ASSERT(tiles.Size() > 0);
-    const std::vector<CKorTileLevel>& levels = korFile->KorTileLevels().Levels();
+    const std::vector<CLevelOfStore> levels = korFile->LevelsOfStore();
+    ZEL_ASSERT(!levels.empty());
     for (size_t i = 0; i < levels.size(); ++i)
     {
         const bool isLast = i + 1 == levels.size();
@@ -87,7 +86,7 @@ bool CZelMultiDimImage::DeepZoomPyramidLevels_init(std::vector<std::unique_ptr<C
         for (uint32_t missing = levels[i].Level + 1; missing < levels[i + 1].Level; ++missing)
             varToInit.push_back(nullptr);
     }
-    ZEL_ASSERT(varToInit.size() == uint64_t{tiles.Runs().back().FirstIdx.PIdx} + 1);
+    ZEL_ASSERT(varToInit.size() == uint64_t{levels.back().Level} + 1);
     return true;
 }
 

@@ -129,15 +129,24 @@ CKorFile* CZelMultiDimImage::OpenAndKeepKorFile(bool usesKorFile)
     return _KorFile;
 }
 
+bool CZelMultiDimImage::HasOneTileSize()
+{
+    return UsesKorFile() && _KorFile && !_KorFile->IsOmeType();
+}
+
 const CKorTilesByFrame& CZelMultiDimImage::KorTilesByFrame()
 {
     if (!_KorTilesByFrame)
-    {
-        CKorFile* korFile = KorFile();
-        ZEL_ASSERT(korFile);
-        _KorTilesByFrame = std::make_unique<CKorTilesByFrame>(*korFile, Dimensions(), MaxNumOfFrames());
-    }
+        _KorTilesByFrame = std::make_unique<CKorTilesByFrame>(OpenedKorFile(), Dimensions(), MaxNumOfFrames());
     return *_KorTilesByFrame;
+}
+
+const CTiffPlanesByFrame& CZelMultiDimImage::TiffPlanesByFrame()
+{
+    if (!_TiffPlanesByFrame)
+        _TiffPlanesByFrame =
+            std::make_unique<CTiffPlanesByFrame>(OpenedKorFile().TiffStoreLevels(), Dimensions(), MaxNumOfFrames());
+    return *_TiffPlanesByFrame;
 }
 
 } // namespace Zel

@@ -7,6 +7,7 @@
 #include "ZelLoader/Images/ZelPixelFormat.h"
 #include "ZelLoader/Store/KorFile.h"
 #include "ZelLoader/Store/ZelDeepZoomTile.h"
+#include "ZelLoader/Store/ZelTiffStoreTile.h"
 #include "ZelLoader/ZelImgDoc.h"
 
 #include <cerrno>
@@ -54,10 +55,9 @@ private:
             uint64_t{static_cast<uint32_t>(tile.RowIdx())} << 32 | static_cast<uint32_t>(tile.ColIdx());
         if (!_image.UsesKorFile())
             return {static_cast<CZelFrame&>(tile.ParentFrame()).TiffDirectory(), tileOfDirectory};
-        const auto& tileOfStore = static_cast<CZelDeepZoomTile&>(tile);
         if (_image.OpenedKorFile().IsOmeType())
-            return {_image.OpenedKorFile().TiffIfdOf(tileOfStore.TileNumber()), tileOfDirectory};
-        return {tileOfStore.BlockOffset(), size};
+            return {static_cast<CZelTiffStoreTile&>(tile).TiffIfd(), tileOfDirectory};
+        return {static_cast<CZelDeepZoomTile&>(tile).BlockOffset(), size};
     }
 
     CZelMultiDimImage& _image;

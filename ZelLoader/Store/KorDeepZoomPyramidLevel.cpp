@@ -2,7 +2,6 @@
 
 #include "CommonUtil/Log.h"
 #include "ZelLoader/Images/ZelMultiDimImage.h"
-#include "ZelLoader/Store/KorFile.h"
 
 #include <algorithm>
 
@@ -21,11 +20,11 @@ uint32_t NumOfTiles(int32_t smallest, int32_t greatest)
 
 } // namespace
 
-CKorDeepZoomPyramidLevel::CKorDeepZoomPyramidLevel(CZelMultiDimImage& image, const CKorTileLevel& korTileLevel)
-    : CDeepZoomPyramidLevel(korTileLevel.Level, image), _ParentZelImage(image), _FirstTileNumber(korTileLevel.First),
-      _Extent(korTileLevel.Extent)
+CKorDeepZoomPyramidLevel::CKorDeepZoomPyramidLevel(CZelMultiDimImage& image, const CLevelOfStore& levelOfStore)
+    : CDeepZoomPyramidLevel(levelOfStore.Level, image), _ParentZelImage(image), _Extent(levelOfStore.Extent),
+      _TiffIfd(levelOfStore.TiffIfd)
 {
-    AssertIndexesLieOnDimensions(korTileLevel.GreatestFrameIdx);
+    AssertIndexesLieOnDimensions(levelOfStore.GreatestFrameIdx);
 }
 
 void CKorDeepZoomPyramidLevel::AssertIndexesLieOnDimensions(const CFrameIdx& greatestFrameIdx)
@@ -33,13 +32,6 @@ void CKorDeepZoomPyramidLevel::AssertIndexesLieOnDimensions(const CFrameIdx& gre
     for (const auto& [type, dimension] : _ParentZelImage.Dimensions())
         if (IsFrameDifferentiatorCoordDimension(type))
             ZEL_ASSERT(greatestFrameIdx.SubIdx(type) < dimension->NumOfPoints());
-}
-
-uint16_t CKorDeepZoomPyramidLevel::getTiffIfd()
-{
-    CKorFile* korFile = _ParentZelImage.KorFile();
-    ZEL_ASSERT(korFile);
-    return korFile->TiffIfdOf(_FirstTileNumber);
 }
 
 bool CKorDeepZoomPyramidLevel::IsMatrixATileLargerThanTheImage(uint32_t numOfTiles, uint32_t tileSize,

@@ -1,6 +1,6 @@
 #pragma once
 #include "CommonImageAccess/DeepZoomPyramidLevel.h"
-#include "ZelLoader/Store/KorTileLevels.h"
+#include "ZelLoader/Store/KorFile.h"
 
 namespace Zel
 {
@@ -13,9 +13,9 @@ class CKorDeepZoomPyramidLevel : public CDeepZoomPyramidLevel
 {
 public:
     /// Of the records of a level. Asserts that each index lies on its dimension.
-    CKorDeepZoomPyramidLevel(CZelMultiDimImage& image, const CKorTileLevel& korTileLevel);
+    CKorDeepZoomPyramidLevel(CZelMultiDimImage& image, const CLevelOfStore& levelOfStore);
 
-    uint16_t getTiffIfd() override;
+    uint16_t getTiffIfd() override { return _TiffIfd; }
 
 protected:
     bool NumOfCols_init(uint32_t& varToInit) override;
@@ -27,8 +27,8 @@ private:
     bool IsMatrixATileLargerThanTheImage(uint32_t numOfTiles, uint32_t tileSize, uint32_t imageSize, uint32_t& excess);
 
     CZelMultiDimImage& _ParentZelImage;
-    uint32_t _FirstTileNumber;
     CTileExtent _Extent;
+    uint16_t _TiffIfd;
 };
 
 } // namespace Zel

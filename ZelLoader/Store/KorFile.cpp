@@ -49,9 +49,7 @@ bool CKorFile::ReadFileMetaData()
 
 bool CKorFile::ReadTiffStore()
 {
-    CTiffStoreReader(FileName(), FileSize(), _AsTiff.SetDirectory(0)).Read(_KorTiles, _TiffPlaces);
-    for (const CKorTileRun& run : _KorTiles.Runs())
-        _KorTileLevels.AddRun(run.FirstIdx, run.Length);
+    _TiffStoreLevels = CTiffStoreReader(FileName(), FileSize(), _AsTiff.SetDirectory(0)).Read();
     errno = 0;
     return true;
 }
@@ -176,9 +174,30 @@ void CKorFile::LogDimCountThatDoesNotFit(DimensionType::E type, uint32_t numOfPo
     ZEL_LOG("expected: dim.NumOfPoints() == (maxIdx + 1)");
 }
 
-uint16_t CKorFile::TiffIfdOf(uint32_t tileNumber) const
+std::vector<CLevelOfStore> CKorFile::LevelsOfStore() const
 {
-    return _IsOmeTiff ? _TiffPlaces[tileNumber].TiffIFD : 0;
+    std::vector<CLevelOfStore> levels;
+    for (const CKorTileLevel& level : _KorTileLevels.Levels())
+        levels.push_back({level.Level, level.Extent, level.GreatestFrameIdx, 0});
+    for (const CTiffStoreLevel& level : _TiffStoreLevels)
+    {
+        CTileExtent extent({.ColIdx = 0, .RowIdx = 0});
+        extent.GreatestCol = static_cast<int32_t>(level.NumOfCols - 1);
+        extent.GreatestRow = static_cast<int32_t>(level.NumOfRows - 1);
+        CFrameIdx greatest;
+        for (const CFrameIdx& plane : level.Planes)
+            greatest = GreatestOnEach(greatest, plane);
+        levels.push_back({level.Level, extent, greatest, level.TiffIfd(0)});
+    }
+    return levels;
+}
+
+uint64_t CKorFile::MaxNumOfFramesWithTiles() const
+{
+    uint64_t numOfPlanes = 0;
+    for (const CTiffStoreLevel& level : _TiffStoreLevels)
+        numOfPlanes += level.Planes.size();
+    return _KorTiles.Size() + numOfPlanes;
 }
 
 TIFF* CKorFile::TiffFilePtr()

@@ -15,6 +15,15 @@ namespace Zel
 class CKorRecordLayout;
 class CZelMultiDimImage;
 
+/// The records of one level of a store.
+struct CLevelOfStore
+{
+    uint32_t Level;
+    CTileExtent Extent;
+    CFrameIdx GreatestFrameIdx; ///< on each dimension by itself
+    uint16_t TiffIfd;           ///< the directory of the first record; 0 in a binary store
+};
+
 /// The tile store of one stack: the file beside the document that holds all its pixels. Opening it brings in everything
 /// but the pixels. There are two kinds, a binary file and a TIFF; above this class they look the same.
 class CKorFile : public CImgDocFileUnit
@@ -29,19 +38,16 @@ public:
     const CKorAdditionalHeader& AdditionalHeader() const { return KorAdditionalHeader; }
     uint32_t TilePixelWidth() const { return KorAdditionalHeader.TilePixelWidth(); }
     uint32_t TilePixelHeight() const { return KorAdditionalHeader.TilePixelHeight(); }
-    /// Every tile record, in file order.
+    /// Every tile record of a binary store, in file order.
     const CKorTiles& KorTiles() const { return _KorTiles; }
     /// What they say together.
     const CKorTileLevels& KorTileLevels() const { return _KorTileLevels; }
-    /// The number of the record behind this one in the walk over the file; the number of records when there is none.
-    uint32_t NextTileOnDisk(uint32_t tileNumber) const
-    {
-        if (_IsOmeTiff && _TiffPlaces[tileNumber].IsLastOfPosition)
-            return _KorTiles.Size();
-        return tileNumber + 1;
-    }
-    /// The directory of a TIFF store that holds a tile; 0 in a binary store.
-    uint16_t TiffIfdOf(uint32_t tileNumber) const;
+    /// The tile records of a TIFF store, by level; a level without any is not among them.
+    const std::vector<CTiffStoreLevel>& TiffStoreLevels() const { return _TiffStoreLevels; }
+    /// The levels of either kind in the order of the file.
+    std::vector<CLevelOfStore> LevelsOfStore() const;
+    /// More frames than this cannot have a tile of their own.
+    uint64_t MaxNumOfFramesWithTiles() const;
 
     /// A TIFF store as libtiff reads it, standing on the directory that was gone to last; null when it is no TIFF.
     TIFF* TiffFilePtr();
@@ -73,7 +79,7 @@ private:
     CKorAdditionalHeader KorAdditionalHeader;
     CKorTiles _KorTiles;
     CKorTileLevels _KorTileLevels;
-    std::vector<CTiffPlace> _TiffPlaces; ///< of each record of a TIFF store
+    std::vector<CTiffStoreLevel> _TiffStoreLevels;
     CTiffImageDoc _AsTiff;
     std::optional<uint32_t> _TiffDirectory;
 };

@@ -81,22 +81,22 @@ class CTilesOfRecords : public CKorFrameTiles
 {
 public:
     CTilesOfRecords(CZelFrame& frame, const CKorFile& korFile, const CKorTilesByFrame& tilesByFrame)
-        : _Frame(frame), _KorFile(korFile), _KorTiles(korFile.KorTiles()),
-          _TileNumbers(tilesByFrame.TilesOf(frame.FrameIdx()))
+        : _Frame(frame), _KorTiles(korFile.KorTiles()), _TileNumbers(tilesByFrame.TilesOf(frame.FrameIdx()))
     {
-        if (tilesByFrame.IsTheListATable())
+        if (tilesByFrame.IsListTheTable())
             for (const CKorTileLevel& level : korFile.KorTileLevels().Levels())
                 _Levels.emplace_back(level);
         else
-            for (size_t place = 0; place < _TileNumbers.Size(); ++place)
+            for (size_t place = 0; place < _TileNumbers.NumOfPositions(); ++place)
                 AddToLevel(place);
         for (CLevelOfFrame& level : _Levels) // a product of columns and rows might not fit into 64 bits
             level.LacksNoTile = level.NumOfTiles() % level.NumOfCols() == 0 &&
                                 level.NumOfTiles() / level.NumOfCols() == level.NumOfRows();
     }
 
-    uint64_t Size() const override { return _TileNumbers.Size(); }
+    uint64_t Size() const override { return _TileNumbers.NumOfPositions(); }
     CDeepZoomTile* Find(const CDeepZoomTileIdx& idx) override;
+    CZelDeepZoomTile& Repeat(uint32_t tileNumber) override { return TileAt(_TileNumbers.PlaceOfRepeat(tileNumber)); }
     CZelDeepZoomTile* FindBehind(const CZelDeepZoomTile& tile) override;
     std::optional<CTileCorner> SmallestColAndRow(uint32_t level) const override;
     bool ForEachOfLevel(uint32_t level, const std::function<bool(CDeepZoomTile&)>& visit) override;
@@ -117,7 +117,6 @@ private:
     CZelDeepZoomTile& MakeTileAt(uint32_t place);
 
     CZelFrame& _Frame;
-    const CKorFile& _KorFile;
     const CKorTiles& _KorTiles;
     const CKorTileNumbers _TileNumbers;
     std::vector<CLevelOfFrame> _Levels;
@@ -200,7 +199,8 @@ CZelDeepZoomTile& CTilesOfRecords::MakeTileAt(uint32_t place)
 {
     const CDeepZoomTileIdx idx = IdxAt(place).TileIdx();
     CDeepZoomPyramidLevel& level = *_Frame.ParentMultiDimImg().DeepZoomPyramidLevels()[idx._PyramidLevelIdx];
-    return _Tiles.Emplace(place, _KorTiles, _TileNumbers[place], idx, place, _Frame, level);
+    return _Tiles.Emplace(place, _KorTiles, _TileNumbers[place], idx, place, _Frame, level,
+                          place >= _TileNumbers.NumOfPositions());
 }
 
 CDeepZoomTile* CTilesOfRecords::Find(const CDeepZoomTileIdx& idx)
@@ -213,9 +213,7 @@ CDeepZoomTile* CTilesOfRecords::Find(const CDeepZoomTileIdx& idx)
 CZelDeepZoomTile* CTilesOfRecords::FindBehind(const CZelDeepZoomTile& tile)
 {
     const size_t place = size_t{tile.Place()} + 1;
-    return place < _TileNumbers.Size() && _TileNumbers[place] == _KorFile.NextTileOnDisk(tile.TileNumber())
-               ? &TileAt(place)
-               : nullptr;
+    return place < _TileNumbers.Size() && _TileNumbers[place] == tile.TileNumber() + 1 ? &TileAt(place) : nullptr;
 }
 
 bool CTilesOfRecords::ForEachOfLevel(uint32_t level, const std::function<bool(CDeepZoomTile&)>& visit)
@@ -231,46 +229,48 @@ bool CTilesOfRecords::ForEachOfLevel(uint32_t level, const std::function<bool(CD
 
 } // namespace
 
+size_t CKorTileNumbers::PlaceOfRepeat(uint32_t number) const
+{
+    ZEL_ASSERT(_numOfPositions <= _numbers.size());
+    const auto repeats = _numbers.subspan(_numOfPositions);
+    const auto found = std::ranges::lower_bound(repeats, number);
+    ZEL_ASSERT(found != repeats.end() && *found == number);
+    return _numOfPositions + static_cast<size_t>(found - repeats.begin());
+}
+
 CKorTilesByFrame::CKorTilesByFrame(const CKorFile& korFile, const CDimensions& dimensions, uint64_t maxNumOfFrames)
-    : _KorTiles(korFile.KorTiles())
+    : _KorTiles(korFile.KorTiles()), _FrameNumbers(dimensions, maxNumOfFrames)
 {
-    uint64_t numOfFrames = 1;
-    for (const auto& [type, dimension] : dimensions)
-    {
-        if (!IsFrameDifferentiatorCoordDimension(type))
-            continue;
-        _Strides.SetSubIdx(type, static_cast<uint32_t>(numOfFrames));
-        numOfFrames *= dimension->NumOfPoints();
-        ZEL_ASSERT(numOfFrames <= maxNumOfFrames); // also before the next product
-    }
-    if (!CanTheListBeATable(numOfFrames, korFile.KorTileLevels()))
-        MakeTable(numOfFrames);
+    if (!CanListBeTheTable(korFile.KorTileLevels()))
+        MakeTable();
 }
 
-bool CKorTilesByFrame::CanTheListBeATable(uint64_t numOfFrames, const CKorTileLevels& levels) const
+bool CKorTilesByFrame::CanListBeTheTable(const CKorTileLevels& levels) const
 {
-    return numOfFrames == 1 && levels.AreSorted() && levels.GreatestIdx().FrameIdx() == CFrameIdx();
+    return _FrameNumbers.NumOfFrames() == 1 && levels.AreSorted() && levels.GreatestIdx().FrameIdx() == CFrameIdx();
 }
 
-void CKorTilesByFrame::MakeTable(uint64_t numOfFrames)
+void CKorTilesByFrame::MakeTable()
 {
-    CountTilesOfFrames(numOfFrames);
-    const std::vector<bool> isSorted = FillTable(numOfFrames);
-    _NumOfTiles.resize(numOfFrames);
+    const uint64_t numOfFrames = _FrameNumbers.NumOfFrames();
+    CountTilesOfFrames();
+    const std::vector<bool> isSorted = FillTable();
+    _NumOfPositions.resize(numOfFrames);
     for (uint64_t frame = 0; frame < numOfFrames; ++frame)
     {
-        _NumOfTiles[frame] = _FirstOfFrame[frame + 1] - _FirstOfFrame[frame];
+        _NumOfPositions[frame] = _FirstOfFrame[frame + 1] - _FirstOfFrame[frame];
         if (!isSorted[frame])
             SortTilesOf(frame);
     }
 }
 
-void CKorTilesByFrame::CountTilesOfFrames(uint64_t numOfFrames)
+void CKorTilesByFrame::CountTilesOfFrames()
 {
+    const uint64_t numOfFrames = _FrameNumbers.NumOfFrames();
     _FirstOfFrame.assign(numOfFrames + 1, 0);
     for (const CKorTileRun& run : _KorTiles.Runs())
     {
-        const uint64_t frameNumber = FrameNumber(run.FirstIdx.FrameIdx());
+        const uint64_t frameNumber = _FrameNumbers.NumberOf(run.FirstIdx.FrameIdx());
         ZEL_ASSERT(frameNumber < numOfFrames);
         _FirstOfFrame[frameNumber + 1] += run.Length;
     }
@@ -280,15 +280,16 @@ void CKorTilesByFrame::CountTilesOfFrames(uint64_t numOfFrames)
 
 /// Each frame's records in the order of the file. Answers for each whether that is the order of its table, without
 /// repeated positions: in nearly every file all are.
-std::vector<bool> CKorTilesByFrame::FillTable(uint64_t numOfFrames)
+std::vector<bool> CKorTilesByFrame::FillTable()
 {
+    const uint64_t numOfFrames = _FrameNumbers.NumOfFrames();
     _TileNumbers.resize(_KorTiles.Size());
     std::vector<uint32_t> nextOfFrame(_FirstOfFrame.begin(), _FirstOfFrame.end() - 1);
     std::vector<const CKorTileRun*> latestOfFrame(numOfFrames);
     std::vector<bool> isSorted(numOfFrames, true);
     for (const CKorTileRun& run : _KorTiles.Runs())
     {
-        const uint64_t frame = FrameNumber(run.FirstIdx.FrameIdx());
+        const uint64_t frame = _FrameNumbers.NumberOf(run.FirstIdx.FrameIdx());
         const CKorTileRun*& latest = latestOfFrame[frame];
         if (latest && PlaceOf(run.FirstIdx) <= PlaceOf(latest->LastIdx()))
             isSorted[frame] = false;
@@ -298,12 +299,6 @@ std::vector<bool> CKorTilesByFrame::FillTable(uint64_t numOfFrames)
         next += run.Length;
     }
     return isSorted;
-}
-
-uint64_t CKorTilesByFrame::FrameNumber(const CFrameIdx& idx) const
-{
-    return uint64_t{idx.Z} * _Strides.Z + uint64_t{idx.C} * _Strides.C + uint64_t{idx.L} * _Strides.L +
-           uint64_t{idx.T} * _Strides.T;
 }
 
 void CKorTilesByFrame::SortTilesOf(uint64_t frameNumber)
@@ -316,26 +311,38 @@ void CKorTilesByFrame::SortTilesOf(uint64_t frameNumber)
     for (auto number = first; number != last; ++number)
         tiles.emplace_back(_KorTiles.Idx(*number), *number);
     std::sort(tiles.begin(), tiles.end());
-    const auto isSamePlace = [](const CSortedTile& left, const CSortedTile& right) { return left.IsAtPlaceOf(right); };
-    const auto end = std::unique(tiles.begin(), tiles.end(), isSamePlace);
-    _NumOfTiles[frameNumber] = static_cast<uint32_t>(end - tiles.begin());
-    std::transform(tiles.begin(), end, first, [](const CSortedTile& tile) { return tile.Number(); });
+    std::vector<uint32_t> repeats;
+    auto end = first;
+    const CSortedTile* latest = nullptr;
+    for (const CSortedTile& tile : tiles)
+    {
+        if (latest && tile.IsAtPlaceOf(*latest))
+            repeats.push_back(tile.Number());
+        else
+            *end++ = tile.Number();
+        latest = &tile;
+    }
+    _NumOfPositions[frameNumber] = static_cast<uint32_t>(end - first);
+    std::ranges::sort(repeats);
+    std::ranges::copy(repeats, end);
 }
 
 CKorTileNumbers CKorTilesByFrame::TilesOf(const CFrameIdx& idx) const
 {
-    if (IsTheListATable())
+    if (IsListTheTable())
         return CKorTileNumbers(_KorTiles.Size());
-    const uint64_t frameNumber = FrameNumber(idx);
-    ZEL_ASSERT(frameNumber < _NumOfTiles.size());
-    return CKorTileNumbers(std::span(_TileNumbers).subspan(_FirstOfFrame[frameNumber], _NumOfTiles[frameNumber]));
+    const uint64_t frameNumber = _FrameNumbers.NumberOf(idx);
+    ZEL_ASSERT(frameNumber < _NumOfPositions.size());
+    const uint32_t first = _FirstOfFrame[frameNumber];
+    return {std::span(_TileNumbers).subspan(first, _FirstOfFrame[frameNumber + 1] - first),
+            _NumOfPositions[frameNumber]};
 }
 
 std::unique_ptr<CKorFrameTiles> MakeKorFrameTiles(CZelFrame& frame)
 {
     CZelMultiDimImage& image = frame.ParentZelImage();
     const CKorTilesByFrame& tilesByFrame = image.KorTilesByFrame();
-    auto tiles = std::make_unique<CTilesOfRecords>(frame, *image.KorFile(), tilesByFrame);
+    auto tiles = std::make_unique<CTilesOfRecords>(frame, image.OpenedKorFile(), tilesByFrame);
     return tiles->LieInTheirMatrixes() ? std::move(tiles) : nullptr;
 }
 

@@ -15,15 +15,12 @@ uint64_t PositionOf(const CDecompressedKorTileIdx& idx)
     return uint64_t{static_cast<uint32_t>(idx.RowIdx) ^ SignBit} << 32 | (static_cast<uint32_t>(idx.ColIdx) ^ SignBit);
 }
 
-void Raise(CFrameIdx& greatest, const CFrameIdx& idx)
-{
-    greatest.Z = std::max(greatest.Z, idx.Z);
-    greatest.C = std::max(greatest.C, idx.C);
-    greatest.L = std::max(greatest.L, idx.L);
-    greatest.T = std::max(greatest.T, idx.T);
-}
-
 } // namespace
+
+CFrameIdx GreatestOnEach(const CFrameIdx& left, const CFrameIdx& right)
+{
+    return {std::max(left.Z, right.Z), std::max(left.C, right.C), std::max(left.L, right.L), std::max(left.T, right.T)};
+}
 
 void CKorTileLevels::AddRun(const CDecompressedKorTileIdx& first, uint32_t length)
 {
@@ -65,7 +62,7 @@ void CKorTileLevels::RaiseGreatestIdx(const CTileExtent& extent, const CFrameIdx
     CKorTileLevel& level = _Levels.back();
     level.Last = _NumOfTiles;
     level.Extent.Add(extent);
-    Raise(level.GreatestFrameIdx, greatestFrameIdx);
+    level.GreatestFrameIdx = GreatestOnEach(level.GreatestFrameIdx, greatestFrameIdx);
 }
 
 } // namespace Zel

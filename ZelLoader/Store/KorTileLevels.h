@@ -36,6 +36,9 @@ struct CTileExtent
     int32_t GreatestRow;
 };
 
+/// The greater index on each dimension by itself.
+CFrameIdx GreatestOnEach(const CFrameIdx& left, const CFrameIdx& right);
+
 /// Records of one level that stand together in the file.
 struct CKorTileLevel
 {

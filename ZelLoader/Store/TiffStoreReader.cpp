@@ -4,18 +4,23 @@
 #include "CommonUtil/Assertion.h"
 #include "CommonUtil/Log.h"
 
+#include <algorithm>
+
 namespace Zel
 {
 
 namespace
 {
 
-constexpr uint64_t LeastSizeOfTileInDirectory = 4; ///< two numbers of 16 bits
+/// A strip or tile takes this much of its directory, for its offset and its size, however little it holds.
+constexpr uint64_t SizeOfTileInDirectory = 8;
+/// Records that any file may have: planes may share a directory.
+constexpr uint64_t NumOfRecordsForAll = 1000000;
+constexpr uint64_t MaxNumOfPositions = 0x7FFFFFFF; ///< columns and rows are numbers with a sign
 
-/// At most 32 bits, so that a product of two is no more than 64.
-uint64_t NumOfSteps(uint64_t size, uint64_t step)
+uint32_t NumOfSteps(uint32_t size, uint32_t step)
 {
-    return (size + step - 1) / step;
+    return size / step + (size % step != 0 ? 1 : 0);
 }
 
 xercesc::DOMElement& NeededChild(const xercesc::DOMNode& node, const char* name)
@@ -36,26 +41,28 @@ CXmlParser CTiffStoreReader::XmlMetadata(TIFF* tif)
     return XmlDocument(Utf8ToUtf16(description));
 }
 
-void CTiffStoreReader::Read(CKorTiles& korTiles, std::vector<CTiffPlace>& tiffPlaces)
+std::vector<CTiffStoreLevel> CTiffStoreReader::Read()
 {
-    _KorTiles = &korTiles;
-    _TiffPlaces = &tiffPlaces;
     if (_Xml)
         _ImagesOfXml = ChildXmlTags(NeededChild(*_Xml->getDocument(), "OME"), "OME:Image");
     else
         _Planes.emplace_back();
     TIFF* tif = _Directories.TiffFilePtr();
     ZEL_ASSERT(tif);
-    const uint32_t numOfDirectories = CIA::TIFFNumberOfDirectories(tif);
+    _NumOfDirectories = CIA::TIFFNumberOfDirectories(tif);
+    std::vector<CTiffStoreLevel> levels;
     uint32_t imageNumber = 0;
-    for (uint64_t directory = 0; directory < numOfDirectories;)
+    for (uint64_t directory = 0; directory < _NumOfDirectories;)
     {
         if (_Xml)
             ReadPlanesOfXml(imageNumber);
-        AddTilesOfDirectory(static_cast<uint32_t>(directory), imageNumber);
+        CTiffStoreLevel level = LevelOf(static_cast<uint32_t>(directory), imageNumber);
+        if (!level.Planes.empty() && level.NumOfPositions() > 0)
+            levels.push_back(std::move(level));
         ++imageNumber;
         directory = uint64_t{_Planes.size()} * imageNumber / _SamplesPerPixel;
     }
+    return levels;
 }
 
 void CTiffStoreReader::ReadPlanesOfXml(uint32_t imageNumber)
@@ -67,11 +74,11 @@ void CTiffStoreReader::ReadPlanesOfXml(uint32_t imageNumber)
     {
         const auto index = [&](const char* name)
         { return static_cast<uint32_t>(IntOfText(AttributeIfExists(*element, name).c_str())); };
-        CPlane plane;
-        plane.ZIdx = index("TheZ");
-        plane.TIdx = index("TheT");
-        plane.CIdx = index("TheC");
-        plane.LIdx = index("TheL");
+        CFrameIdx plane;
+        plane.Z = index("TheZ");
+        plane.T = index("TheT");
+        plane.C = index("TheC");
+        plane.L = index("TheL");
         _Planes.push_back(plane);
     }
     const std::wstring samplesPerPixel = Attribute(NeededChild(pixels, "OME:Channel"), "SamplesPerPixel");
@@ -107,49 +114,40 @@ CTiffStoreReader::CTiling CTiffStoreReader::ReadTilingOf(uint32_t directory)
     return tiling;
 }
 
-void CTiffStoreReader::AddTilesOfDirectory(uint32_t directory, uint32_t imageNumber)
+CTiffStoreLevel CTiffStoreReader::LevelOf(uint32_t directory, uint32_t imageNumber)
 {
+    CTiffStoreLevel level;
+    level.Level = imageNumber;
+    level.FirstDirectory = directory;
     const CTiling& tiling = TilingOf(directory);
-    if (_Planes.empty()) // an image without planes has no records, however many tiles its directory has
-        return;
-    if (!tiling.IsTiled)
+    if (_Planes.empty())
+        return level;
+    if (tiling.IsTiled)
     {
-        AssertRecordsFit(tiling.NumOfStrips);
-        for (uint32_t strip = 0; strip < tiling.NumOfStrips; ++strip)
-            AddPlanes(directory, 0, static_cast<int32_t>(strip), imageNumber);
-        return;
+        ZEL_ASSERT(tiling.TileWidth != 0 && tiling.TileHeight != 0);
+        level.NumOfCols = NumOfSteps(tiling.Width, tiling.TileWidth);
+        level.NumOfRows = NumOfSteps(tiling.Height, tiling.TileHeight);
     }
-    const uint32_t tileWidth = tiling.TileWidth;
-    const uint32_t tileHeight = tiling.TileHeight;
-    ZEL_ASSERT(tileWidth != 0 && tileHeight != 0);
-    AssertRecordsFit(NumOfSteps(tiling.Width, tileWidth) * NumOfSteps(tiling.Height, tileHeight));
-    for (uint64_t y = 0; y < tiling.Height; y += tileHeight)
-        for (uint64_t x = 0; x < tiling.Width; x += tileWidth)
-            AddPlanes(directory, static_cast<int32_t>(x / tileWidth), static_cast<int32_t>(y / tileHeight),
-                      imageNumber);
-}
-
-/// A strip or tile takes some bytes of its directory at least, for its offset and its size, however little it holds.
-void CTiffStoreReader::AssertRecordsFit(uint64_t numOfTiles) const
-{
-    const uint64_t numOfPlanes = _Planes.size() / _SamplesPerPixel + 1;
-    const uint64_t mostRecords = _FileSize / LeastSizeOfTileInDirectory;
-    ZEL_ASSERT(_KorTiles->Size() <= mostRecords && numOfTiles <= (mostRecords - _KorTiles->Size()) / numOfPlanes);
-}
-
-void CTiffStoreReader::AddPlanes(uint32_t directory, int32_t col, int32_t row, uint32_t imageNumber)
-{
-    uint32_t k = 0;
+    else
+    {
+        level.NumOfCols = 1;
+        level.NumOfRows = tiling.NumOfStrips;
+    }
     for (size_t p = 0; p < _Planes.size(); p += _SamplesPerPixel)
-    {
-        CDecompressedKorTileIdx idx = _Planes[p];
-        idx.ColIdx = col;
-        idx.RowIdx = row;
-        idx.PIdx = imageNumber;
-        _KorTiles->AddRun(idx, 1);
-        _TiffPlaces->push_back({static_cast<uint16_t>(directory + k), p + _SamplesPerPixel >= _Planes.size()});
-        ++k;
-    }
+        level.Planes.push_back(_Planes[p]);
+    AssertRecordsFit(level);
+    return level;
+}
+
+void CTiffStoreReader::AssertRecordsFit(const CTiffStoreLevel& level)
+{
+    uint64_t numOfPlanes = 0;
+    for (size_t plane = 0; plane < level.Planes.size(); ++plane)
+        numOfPlanes += level.TiffIfd(plane) < _NumOfDirectories ? 1 : 0;
+    const uint64_t mostRecords = std::max(NumOfRecordsForAll, _FileSize / SizeOfTileInDirectory);
+    ZEL_ASSERT(level.NumOfPositions() <= MaxNumOfPositions);
+    ZEL_ASSERT(numOfPlanes == 0 || level.NumOfPositions() <= (mostRecords - _NumOfRecords) / numOfPlanes);
+    _NumOfRecords += level.NumOfPositions() * numOfPlanes;
 }
 
 } // namespace Zel

@@ -1,41 +1,20 @@
 #include "ZelLoader/Store/ZelDeepZoomTile.h"
 
-#include "CommonImageAccess/PixelFormat.h"
 #include "CommonUtil/Assertion.h"
 #include "CommonUtil/Numbers.h"
 #include "ZelLoader/Images/ZelFrame.h"
+#include "ZelLoader/Store/FrameNumbers.h"
 #include "ZelLoader/Store/KorFile.h"
 #include "ZelLoader/Store/KorFrameTiles.h"
 
 namespace Zel
 {
 
-namespace
-{
-
-/// The frame of a record. The XML of a TIFF store may place planes on dimensions that the image has not: where they
-/// stand there makes no difference.
-CFrame& FrameOf(const CFrameIdx& idx, CMultiDimImage& image)
-{
-    CFrame* frame = image.FindFrame(idx);
-    if (!frame)
-    {
-        CFrameIdx idxOnDimensions = idx;
-        for (const DimensionType::E type : FrameDifferentiators)
-            if (!image.FindDimension(type))
-                idxOnDimensions.SetSubIdx(type, 0);
-        frame = image.FindFrame(idxOnDimensions);
-    }
-    ZEL_ASSERT(frame);
-    return *frame;
-}
-
-} // namespace
-
 CZelDeepZoomTile::CZelDeepZoomTile(const CKorTiles& korTiles, uint32_t tileNumber, const CDeepZoomTileIdx& idx,
-                                   uint32_t place, CZelFrame& frame, CDeepZoomPyramidLevel& level)
-    : CDeepZoomTile(frame, level, idx._TileColIdx, idx._TileRowIdx), _TileNumber(tileNumber), _Place(place),
-      _Block(korTiles.Block(tileNumber))
+                                   uint32_t place, CZelFrame& frame, CDeepZoomPyramidLevel& level,
+                                   bool repeatsAPosition)
+    : CDeepZoomTile(frame, level, idx._TileColIdx, idx._TileRowIdx, repeatsAPosition), _TileNumber(tileNumber),
+      _Place(place), _Block(korTiles.Block(tileNumber))
 {
 }
 
@@ -54,39 +33,25 @@ CDeepZoomTile* CZelDeepZoomTile::NextTileOnDisk()
 
 CDeepZoomTile* CZelDeepZoomTile::FindNextTileOnDisk()
 {
-    CMultiDimImage& image = ParentFrame().ParentMultiDimImg();
-    const CKorFile& korFile = KorFile();
-    const CKorTiles& korTiles = korFile.KorTiles();
-    for (uint32_t number = korFile.NextTileOnDisk(_TileNumber); number < korTiles.Size();
-         number = korFile.NextTileOnDisk(number))
-    {
-        const CDecompressedKorTileIdx idx = korTiles.Idx(number);
-        CFrame& frame = FrameOf(idx.FrameIdx(), image);
-        auto* tile = static_cast<CZelDeepZoomTile*>(frame.DeepZoomTiles().Find(idx.TileIdx()));
-        ZEL_ASSERT(tile);
-        if (tile->TileNumber() == number) // else the record repeats the position of one before it
-            return tile;
-    }
-    return nullptr;
+    const CKorTiles& korTiles = KorFile().KorTiles();
+    const uint32_t next = _TileNumber + 1;
+    if (next == korTiles.Size())
+        return nullptr;
+    const CDecompressedKorTileIdx idx = korTiles.Idx(next);
+    CDeepZoomTiles& tiles = FrameOfRecord(idx.FrameIdx(), ParentFrame().ParentMultiDimImg()).DeepZoomTiles();
+    auto* tile = static_cast<CZelDeepZoomTile*>(tiles.Find(idx.TileIdx()));
+    ZEL_ASSERT(tile);
+    return tile->TileNumber() == next ? tile : &static_cast<CKorFrameTiles&>(tiles).Repeat(next);
 }
 
 bool CZelDeepZoomTile::IsWithinTile(const CPixelRect& r)
 {
-    // The whole of a tile needs no look at its size, save in a TIFF: where that has none, its bytes are not read
-    // either.
-    return (r.IsAllZero() && !KorFile().IsOmeType()) || CDeepZoomTile::IsWithinTile(r);
+    return r.IsAllZero() || CDeepZoomTile::IsWithinTile(r); // the whole of a tile needs no look at its size
 }
 
 bool CZelDeepZoomTile::PixelBuf_rValidated(CByteArray& buf, const CPixelRect& r)
 {
-    const bool isPart = PartialTileNeedsToBeRead(r);
-    if (!KorFile().IsOmeType())
-        return isPart ? ReadPartOfTile(buf, r) : ReadWholeTile(buf);
-    if (isPart)
-        ReadPartOfTiffTile(buf, r);
-    else
-        ReadWholeTiffTile(buf);
-    return true;
+    return PartialTileNeedsToBeRead(r) ? ReadPartOfTile(buf, r) : ReadWholeTile(buf);
 }
 
 bool CZelDeepZoomTile::ReadWholeTile(CByteArray& buf)
@@ -97,15 +62,6 @@ bool CZelDeepZoomTile::ReadWholeTile(CByteArray& buf)
     if (!buf.Arr || buf.Size > sizeOffered)
         return true;
     return KorFile().ReadData(buf.Arr, buf.Size, _Block.Offset());
-}
-
-uint32_t CZelDeepZoomTile::NumOfBytesPerPixel()
-{
-    CPixelFormat* pixelFormat = Channel().PixelFormat();
-    ZEL_ASSERT(pixelFormat);
-    const uint32_t numOfBytes = pixelFormat->NumOfBytes();
-    ZEL_ASSERT(numOfBytes != 0xFFFFFFFF);
-    return numOfBytes;
 }
 
 bool CZelDeepZoomTile::ReadPartOfTile(CByteArray& buf, const CPixelRect& r)

@@ -2,26 +2,24 @@
 #include "CommonImageAccess/DeepZoomTile.h"
 #include "ZelLoader/Store/KorTiles.h"
 
-#include <tiffio.h>
-
 namespace Zel
 {
 
 class CKorFile;
 class CZelFrame;
 
-/// A tile that lies in a tile store.
+/// A tile that lies in a binary store.
 class CZelDeepZoomTile : public CDeepZoomTile
 {
 public:
     /// The tile of the store's record with that number and position, at that place in the table of its frame; all that
     /// it belongs to outlives it.
     CZelDeepZoomTile(const CKorTiles& korTiles, uint32_t tileNumber, const CDeepZoomTileIdx& idx, uint32_t place,
-                     CZelFrame& frame, CDeepZoomPyramidLevel& level);
+                     CZelFrame& frame, CDeepZoomPyramidLevel& level, bool repeatsAPosition);
 
     uint32_t TileNumber() const { return _TileNumber; }
     uint32_t Place() const { return _Place; }
-    uint64_t BlockOffset() const { return _Block.Offset(); } ///< of its bytes in a binary store
+    uint64_t BlockOffset() const { return _Block.Offset(); } ///< of its bytes in the file
     CDeepZoomTile* NextTileOnDisk() override;
 
 protected:
@@ -33,13 +31,6 @@ private:
     CKorFile& KorFile() const;
     bool ReadWholeTile(CByteArray& buf);
     bool ReadPartOfTile(CByteArray& buf, const CPixelRect& r);
-    uint32_t NumOfBytesPerPixel();
-    void ReadWholeTiffTile(CByteArray& buf);
-    void ReadWholeTiffStrip(CByteArray& buf, TIFF* tif);
-    void ReadPartOfTiffTile(CByteArray& buf, const CPixelRect& r);
-    TIFF* TiffFilePtr(); ///< the store, standing on the directory of this tile
-    uint32_t NumberOfTiffTile();
-    uint32_t CheckedStripNumber(TIFF* tif);
 
     const uint32_t _TileNumber;
     const uint32_t _Place;

@@ -24,7 +24,7 @@ protected:
         return Image(1).DeepZoomPyramidLevels().front()->MultiDimTile(0);
     }
     /// A coordinate on a dimension of the other image.
-    CCoordinate OnTheOther(DimType type, uint32_t index) { return {index, CIA::DimensionOf(Image(2), type), nullptr}; }
+    CCoordinate OnTheOther(DimType type, uint32_t index) { return {index, Image(2).DimensionOf(type), nullptr}; }
 
 private:
     CIA::CMultiDimImage& Image(uint32_t id) { return *ReadDocument().MultiDimImages().at(id); }

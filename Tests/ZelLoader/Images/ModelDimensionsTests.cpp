@@ -134,7 +134,7 @@ TEST_F(ModelDimensionsDeathTest, OfLengthsAndPixelsHaveNoCommonDisplayWindow)
         Read(Document().With(Small().Unit("10^-6m^1")).With(Stack(2).Unit("pixel").Scale(1, 1).Origin(5, 5)));
     // Images that disagree are refused when their units are compared, unless the document takes them for compared.
     doc.SetHaveImagesEqualNativeUnits(DimX);
-    auto& x = static_cast<CIA::CPixelDimension&>(CIA::DimensionOf(*doc.MultiDimImages().begin()->second, DimX));
+    auto& x = static_cast<CIA::CPixelDimension&>(doc.MultiDimImages().begin()->second->DimensionOf(DimX));
     EXPECT_ENDS_THE_PROCESS(x.RealWorldCoordOfDisplayWindow(),
                             "UNEXPECTED! HOW TO HANDLE THIS\\?\n[^\n]*" ABORT_WAS_CALLED);
 }

@@ -53,10 +53,7 @@ protected:
         return image;
     }
     /// A dimension of the image that was read.
-    static CIA::CDimension& DimensionOf(Zel::CZelMultiDimImage& image, DimType type)
-    {
-        return CIA::DimensionOf(image, type);
-    }
+    static CIA::CDimension& DimensionOf(Zel::CZelMultiDimImage& image, DimType type) { return image.DimensionOf(type); }
     /// An image of the document that was opened.
     Zel::CZelMultiDimImage& ImageOf(int group = 0) const
     {

@@ -72,7 +72,6 @@ TEST_F(TileRecords, AreKeptInTheOrderOfTheFile)
         EXPECT_EQ(Records()[number].Idx.ColIdx, static_cast<int32_t>(number));
         EXPECT_EQ(Records()[number].BlockSize, 100u);
         EXPECT_EQ(Records()[number].BlockOffset, 64u + 172u + 100u * number);
-        EXPECT_EQ(Store().NextTileOnDisk(number), number + 1);
     }
 }
 

@@ -1,11 +1,11 @@
-// Reading a tile that lies in a TIFF store.
+#include "ZelLoader/Store/ZelTiffStoreTile.h"
 
 #include "CommonImageAccess/DeepZoomPyramidLevel.h"
 #include "CommonImageAccess/TiffDeepZoomTile.h"
 #include "CommonUtil/Assertion.h"
 #include "CommonUtil/Numbers.h"
+#include "ZelLoader/Images/ZelFrame.h"
 #include "ZelLoader/Store/KorFile.h"
-#include "ZelLoader/Store/ZelDeepZoomTile.h"
 
 namespace Zel
 {
@@ -17,17 +17,49 @@ constexpr uint64_t NumOfBitsOfAByte = 8;
 
 } // namespace
 
-TIFF* CZelDeepZoomTile::TiffFilePtr()
+CZelTiffStoreTile::CZelTiffStoreTile(const CTiffStoreLevel& levelOfStore, uint32_t plane, const CTileCorner& position,
+                                     CZelFrame& frame, CDeepZoomPyramidLevel& level, bool repeatsAPosition)
+    : CDeepZoomTile(frame, level, position.Col, position.Row, repeatsAPosition), _LevelOfStore(levelOfStore),
+      _Plane(plane)
 {
-    return KorFile().TiffFilePtrSetTo(KorFile().TiffIfdOf(_TileNumber));
 }
 
-uint32_t CZelDeepZoomTile::NumberOfTiffTile()
+CKorFile& CZelTiffStoreTile::KorFile() const
+{
+    return static_cast<CZelFrame&>(ParentFrame()).ParentZelImage().OpenedKorFile();
+}
+
+CDeepZoomTile* CZelTiffStoreTile::NextTileOnDisk()
+{
+    const uint32_t next = _Plane + 1;
+    if (next == _LevelOfStore.Planes.size())
+        return nullptr;
+    CFrame& frame = FrameOfRecord(_LevelOfStore.Planes[next], ParentFrame().ParentMultiDimImg());
+    CDeepZoomTiles& tiles = frame.DeepZoomTiles();
+    ZEL_ASSERT(tiles.Size() > 0); // else they could not be listed
+    return &static_cast<CTiffStoreFrameTiles&>(tiles).TileOfPlane(_LevelOfStore, next, ColIdx(), RowIdx());
+}
+
+bool CZelTiffStoreTile::PixelBuf_rValidated(CByteArray& buf, const CPixelRect& r)
+{
+    if (PartialTileNeedsToBeRead(r))
+        ReadPart(buf, r);
+    else
+        ReadWholeTile(buf);
+    return true;
+}
+
+TIFF* CZelTiffStoreTile::TiffFilePtr()
+{
+    return KorFile().TiffFilePtrSetTo(TiffIfd());
+}
+
+uint32_t CZelTiffStoreTile::NumberOfTile()
 {
     return static_cast<uint32_t>(RowIdx()) * ParentLevel().NumOfCols() + static_cast<uint32_t>(ColIdx());
 }
 
-uint32_t CZelDeepZoomTile::CheckedStripNumber(TIFF* tif)
+uint32_t CZelTiffStoreTile::CheckedStripNumber(TIFF* tif)
 {
     const uint32_t numOfStrips = TIFFNumberOfStrips(tif);
     ZEL_ASSERT(numOfStrips > 0 && ColIdx() == 0);
@@ -35,13 +67,13 @@ uint32_t CZelDeepZoomTile::CheckedStripNumber(TIFF* tif)
     return static_cast<uint32_t>(RowIdx());
 }
 
-void CZelDeepZoomTile::ReadWholeTiffTile(CByteArray& buf)
+void CZelTiffStoreTile::ReadWholeTile(CByteArray& buf)
 {
-    const uint32_t tileNumber = NumberOfTiffTile();
+    const uint32_t tileNumber = NumberOfTile();
     TIFF* tif = TiffFilePtr();
     if (!TIFFIsTiled(tif))
     {
-        ReadWholeTiffStrip(buf, tif);
+        ReadWholeStrip(buf, tif);
         return;
     }
     const uint32_t sizeOffered = buf.Size;
@@ -52,7 +84,7 @@ void CZelDeepZoomTile::ReadWholeTiffTile(CByteArray& buf)
 }
 
 /// `buf.Size` stays as the caller gave it when the strip was read.
-void CZelDeepZoomTile::ReadWholeTiffStrip(CByteArray& buf, TIFF* tif)
+void CZelTiffStoreTile::ReadWholeStrip(CByteArray& buf, TIFF* tif)
 {
     uint32_t strip = CheckedStripNumber(tif);
     if (strip != 0 && strip + 1 == TIFFNumberOfStrips(tif))
@@ -67,7 +99,7 @@ void CZelDeepZoomTile::ReadWholeTiffStrip(CByteArray& buf, TIFF* tif)
     ClearBehind(CIA::TIFFReadRawStrip(tif, strip, buf.Arr, size), buf.Arr, static_cast<size_t>(size));
 }
 
-void CZelDeepZoomTile::ReadPartOfTiffTile(CByteArray& buf, const CPixelRect& r)
+void CZelTiffStoreTile::ReadPart(CByteArray& buf, const CPixelRect& r)
 {
     const uint32_t sizeOffered = buf.Size;
     const uint64_t b = NumOfBytesPerPixel();
@@ -82,7 +114,7 @@ void CZelDeepZoomTile::ReadPartOfTiffTile(CByteArray& buf, const CPixelRect& r)
     ZEL_ASSERT(sizeOfPixels / NumOfBitsOfAByte <= KorFile().FileSize());
     std::vector<unsigned char> scratch(sizeOfPixels);
     const auto sizeOfScratch = static_cast<tmsize_t>(scratch.size());
-    const uint32_t tileNumber = NumberOfTiffTile();
+    const uint32_t tileNumber = NumberOfTile();
     TIFF* tif = TiffFilePtr();
     tmsize_t numOfBytesRead = 0;
     if (TIFFIsTiled(tif))
