@@ -193,7 +193,7 @@ TEST_F(TileCoordinates, OfTheTilesOfAWalkDecideWhoseJpegTablesAreTold)
     const AC_HAREA area = Area(Group(), 0, 0);
     BodyOf(Image(area, L"0", {AtZ(1)})); // the store stands on the second directory
     const AC_HIMAGE image = Image(area, L"0", {AtZ(1)});
-    EXPECT_THAT(AxesOf(NextImage(area)), ElementsAre(AtZ(2))); // made now: back on the first
+    ASSERT_NE(NextImage(area), nullptr); // asked for the first time: back on the first
     const auto told = ValuesOf(SetOfImage(image, L"JpegTables"), L"bufPtr");
     const auto* bytes = reinterpret_cast<const unsigned char*>(told.front().value.pszString);
     EXPECT_EQ(ByteString(bytes, bytes + tables[0].size()), tables[0]);
