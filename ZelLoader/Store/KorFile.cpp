@@ -4,6 +4,7 @@
 #include "CommonUtil/Numbers.h"
 #include "ZelLoader/Images/ZelMultiDimImage.h"
 #include "ZelLoader/Store/KorRecordLayout.h"
+#include "ZelLoader/Store/TiffStoreReader.h"
 #include "ZelLoader/ZelImgDoc.h"
 
 #include <algorithm>

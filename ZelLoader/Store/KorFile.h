@@ -4,7 +4,7 @@
 #include "ZelLoader/Store/KorHeaders.h"
 #include "ZelLoader/Store/KorTileLevels.h"
 #include "ZelLoader/Store/KorTiles.h"
-#include "ZelLoader/Store/TiffStoreReader.h"
+#include "ZelLoader/Store/TiffStoreTiles.h"
 
 #include <optional>
 #include <vector>

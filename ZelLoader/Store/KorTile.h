@@ -35,12 +35,12 @@ struct CDecompressedKorTileIdx
     std::string ToString() const;
 };
 
-/// One record of a tile store: where a tile belongs and where its bytes lie.
+/// One record of a binary store: where a tile belongs and where its bytes lie.
 struct CKorTile
 {
     CDecompressedKorTileIdx Idx;
-    uint32_t BlockSize = 0;   ///< in bytes; in a TIFF store nothing
-    uint64_t BlockOffset = 0; ///< absolute, of the tile's bytes; in a TIFF store nothing
+    uint32_t BlockSize = 0;   ///< in bytes
+    uint64_t BlockOffset = 0; ///< absolute, of the tile's bytes
 };
 
 } // namespace Zel

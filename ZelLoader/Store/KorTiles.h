@@ -50,13 +50,13 @@ struct CKorTileRun
     CDecompressedKorTileIdx LastIdx() const { return Idx(FirstNumber + Length - 1); }
 };
 
-/// The tile records of a store by number, which is their place in its list. A slide has millions of them, nearly all in
-/// rows: an index is kept for each run of neighbours, and of the rest only where the bytes lie. Records in any other
-/// order are runs of one, and take no more memory than they would one by one.
+/// The tile records of a binary store by number, which is their place in its list. A slide has millions of them, nearly
+/// all in rows: an index is kept for each run of neighbours, and of the rest only where the bytes lie. Records in any
+/// other order are runs of one, and take no more memory than they would one by one.
 class CKorTiles
 {
 public:
-    /// Makes room for the places of the bytes of that many records; a store without such places needs none.
+    /// Makes room for the places of the bytes of that many records.
     void ReserveBlocks(uint32_t numOfTiles);
     /// Adds records that stand side by side, the greatest column included.
     void AddRun(const CDecompressedKorTileIdx& first, uint32_t length);
@@ -84,7 +84,7 @@ private:
     uint32_t _Size = 0;
     std::vector<CKorTileRun> _Runs;
     std::vector<uint32_t> _RunsOfStretches; ///< the run of each 64th record, from which that of any is not far
-    std::unique_ptr<CKorBlock[]> _Blocks;   ///< of each record; null in a TIFF store
+    std::unique_ptr<CKorBlock[]> _Blocks;   ///< of each record; null where no room was made
     uint32_t _NumOfBlocks = 0;
 };
 
