@@ -4,6 +4,7 @@
 
 #include "CommonImageAccess/TiffCompression.h"
 #include "CommonUtil/Text.h"
+#include "Tests/Support/ChildProcess.h"
 #include "Tests/Tiff/TiffSlide.h"
 
 #include <atomic>
@@ -77,6 +78,13 @@ TEST_F(TiffFile, ThatIsNoneHasNoHandleAndLeavesErrno)
     EXPECT_FALSE(Opened());
     EXPECT_FALSE(CIA::TIFFOpenW(Name("nothing.tif"), "r"));
     EXPECT_EQ(errno, EBADFD);
+}
+
+TEST_F(TiffFile, IsNotAPipeToWaitAt)
+{
+    ASSERT_EQ(mkfifo(Utf16ToUtf8(Name("pipe.tif")).c_str(), 0600), 0);
+    EXPECT_EQ(TestSupport::RunInChild([&] { return CIA::TIFFOpenW(Name("pipe.tif"), "r") ? 1 : 0; }, 10),
+              TestSupport::ExitedWith(0));
 }
 
 // Directories.
