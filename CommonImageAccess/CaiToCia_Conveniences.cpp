@@ -3,6 +3,7 @@
 #include "Brix/AccessorConveniences.h"
 #include "CommonImageAccess/Boundary.h"
 #include "CommonImageAccess/BrixKeys.h"
+#include "CommonImageAccess/Handles.h"
 #include "CommonUtil/Assertion.h"
 #include "CommonUtil/Text.h"
 
@@ -103,9 +104,20 @@ AC_Result AtBoundaryOfCalls(Body body)
         });
 }
 
+/// The bytes of the files that an area's images can lie in, as they were opened: the document, and the store of the
+/// group. Stores of other groups do not count, as they are opened one by one: what was asked before must not matter.
+UINT64 SizeOfFilesOf(AC_HAREA hArea)
+{
+    CMultiDimTile& area = Area(hArea);
+    CImgDoc& document = DocOf(area);
+    const CLock lock(document.ThreadSafetyMutex());
+    const auto store = document.FileUnits().find(area.Level().ParentMultiDimImg().ID());
+    return document.FileSize() + (store == document.FileUnits().end() ? 0 : store->second->FileSize());
+}
+
 /// Room for a sample is made here and not by the host, while a damaged file can claim any size for a picture of which
-/// it holds nothing.
-constexpr UINT64 MaxSizeOfSample = 256u << 20;
+/// it holds nothing. What the files hold is no claim.
+constexpr UINT64 SizeOfSampleThatMayBeMissing = 256u << 20;
 
 void ReadSample(AC_HAREA hArea, BYTE** pBuffer, UINT64* punSize)
 {
@@ -119,12 +131,12 @@ void ReadSample(AC_HAREA hArea, BYTE** pBuffer, UINT64* punSize)
     rect.y = 0;
     UINT64 size = 0;
     Check(_AC_GetImageBody(image, &rect, nullptr, 0, &size));
-    ZEL_ASSERT(size <= MaxSizeOfSample);
+    *punSize = size; // also where the bytes cannot be read
+    ZEL_ASSERT(size <= SizeOfSampleThatMayBeMissing || size <= SizeOfFilesOf(hArea));
     // What is not cleared here takes no memory before it is read.
     auto bytes = std::make_unique_for_overwrite<BYTE[]>(size);
     Check(_AC_GetImageBody(image, &rect, bytes.get(), size, &size));
     Check(_AC_ReleaseImage(image));
-    *punSize = size;
     *pBuffer = bytes.release();
 }
 

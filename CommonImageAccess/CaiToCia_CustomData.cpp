@@ -155,6 +155,9 @@ extern "C"
         return AtBoundary(
             [&]
             {
+                // An exposure time that cannot be told has no size, whatever ends the search for it.
+                if (pnSize && Equals(pszGroupCustomDataName, BRIX_GROUPCUSTOMDATA_KEY_GroupExposureTime))
+                    *pnSize = 0;
                 CGroupCustomData customData(Group(hMultiDimImg));
                 const AC_Result result = customData.Get(pszGroupCustomDataName, params);
                 if (customData.Text())

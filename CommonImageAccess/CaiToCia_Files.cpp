@@ -2,7 +2,7 @@
 
 #include "CommonImageAccess/Boundary.h"
 #include "CommonUtil/ErrnoKeeper.h"
-#include "CommonUtil/FileList.h"
+#include "CommonUtil/KeptFileListing.h"
 #include "CommonUtil/Text.h"
 
 #include <cwchar>
@@ -27,16 +27,22 @@ bool GetPathAndZelSubFolder(const std::wstring& strFileName, std::wstring& strPa
     return true;
 }
 
-/// The files in the side folder. False for a name without a dot.
-bool GetSideFiles(const wchar_t* fileName, std::vector<std::wstring>& files)
+/// The name of the side folder. False for a document's name without a dot.
+bool GetSideFolder(const wchar_t* fileName, std::wstring& sideFolder)
 {
     std::wstring path;
-    std::wstring sideFolder;
-    if (!GetPathAndZelSubFolder(Replace(std::wstring(fileName), L"\\", L"/"), path, sideFolder))
+    std::wstring name;
+    if (!GetPathAndZelSubFolder(Replace(std::wstring(fileName), L"\\", L"/"), path, name))
         return false;
-    const CErrnoKeeper errnoKeeper;
-    GetFileList(path + L"/" + sideFolder, L"", files, true);
+    sideFolder = path + L"/" + name;
     return true;
+}
+
+/// The functions below have no document that a listing could be kept in.
+CKeptFileListing& SideFiles()
+{
+    static CKeptFileListing sideFiles;
+    return sideFiles;
 }
 
 constexpr UINT SizeOfCharacter = 4;
@@ -61,10 +67,11 @@ extern "C"
                     return result;
                 if (const AC_Result result = _AC_Close(document); result != AC_RESULT_SUCCESS)
                     return result;
-                std::vector<std::wstring> files;
-                if (!GetSideFiles(pszFileName, files))
+                std::wstring sideFolder;
+                if (!GetSideFolder(pszFileName, sideFolder))
                     return AC_RESULT_INVALID_PARAM;
-                *pnNumOfFiles = static_cast<UINT>(files.size()) + 1;
+                const CErrnoKeeper errnoKeeper;
+                *pnNumOfFiles = static_cast<UINT>(SideFiles().Read(sideFolder)->Files().size()) + 1;
                 return AC_RESULT_SUCCESS;
             });
     }
@@ -78,8 +85,13 @@ extern "C"
         return AtBoundary(
             [&]
             {
-                std::vector<std::wstring> files;
-                if (!GetSideFiles(pszFileName, files) || nUnitNumber > files.size())
+                std::wstring sideFolder;
+                if (!GetSideFolder(pszFileName, sideFolder))
+                    return AC_RESULT_INVALID_PARAM;
+                const CErrnoKeeper errnoKeeper;
+                const CKeptFileListing::CPointer listing = SideFiles().Get(sideFolder);
+                const std::vector<std::wstring>& files = listing->Files();
+                if (nUnitNumber > files.size())
                     return AC_RESULT_INVALID_PARAM;
                 const std::wstring name = nUnitNumber == 0 ? std::wstring(pszFileName) : files[nUnitNumber - 1];
                 if (!pszUnitFileName)

@@ -179,15 +179,12 @@ AC_Result CGroupCustomData::GetAxis(const wchar_t* name)
 
 AC_Result CGroupCustomData::GetExposureTime(const AC_PARAM* params)
 {
-    _text = "";
     if (!params || !params->pElements || !params->pElements->pValue)
         return AC_RESULT_INVALID_PARAM;
     const int32_t channel = IntOfText(static_cast<const wchar_t*>(params->pElements->pValue));
     std::string text;
     const AC_Result result = _image.GroupExposureTime(static_cast<uint32_t>(channel), text);
-    if (result == AC_RESULT_SUCCESS)
-        _text = text;
-    return result;
+    return result == AC_RESULT_SUCCESS ? GetNameOf(text.c_str()) : result;
 }
 
 } // namespace CIA

@@ -20,7 +20,7 @@ public:
     /// AC_RESULT_PROPERTY_NOT_FOUND for what the document does not tell, AC_RESULT_FAILURE for a text that has no name
     /// here.
     AC_Result Get(const wchar_t* name, const AC_PARAM* params);
-    /// The text to hand out, also with some failures; nothing when the caller's size is to be left as it is.
+    /// The text to hand out; nothing when the caller's size is to be left as it is.
     const std::optional<std::string>& Text() const { return _text; }
 
 private:

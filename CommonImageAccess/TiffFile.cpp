@@ -8,7 +8,7 @@
 namespace CIA
 {
 
-CTiffFile::CTiffFile(const std::wstring& name) : _file(PAL_OpenFile(name.c_str(), L"rb"))
+CTiffFile::CTiffFile(const std::wstring& name) : _file(OpenFileToRead(name))
 {
     struct stat status = {};
     if (_file && fstat(fileno(_file.get()), &status) != 0)

@@ -105,7 +105,7 @@ void AssertTagsAreShort(const std::string& text)
     size_t end = 0; // the next '>', looked for once for all the '<' before it
     for (size_t start = text.find('<'); start != std::string::npos; start = text.find('<', start + 1))
     {
-        if (end < start)
+        if (end <= start)
             end = std::min(text.find('>', start), text.size());
         if (text.compare(start, 2, "<!") != 0 && end - start > MaxSizeOfTag)
             RefuseXml("", "it has too long a tag");

@@ -46,7 +46,7 @@ CBinaryFileReader::~CBinaryFileReader()
 bool CBinaryFileReader::OpenFile()
 {
     ZEL_ASSERT(!m_fp);
-    m_fp.reset(PAL_OpenFile(_FileName.c_str(), L"rb"));
+    m_fp.reset(OpenFileToRead(_FileName));
     _CurrentOffset = 0;
     _Window.clear();
     if (m_fp)

@@ -15,8 +15,9 @@ bool FileExists(const std::wstring& path, const std::wstring& name);
 
 /// Appends the full names of the folder's files to `vecFileList`, in the order of the platform's search: by the
 /// pattern "/*.*" for an empty extension or ".ome.tif", else by names that end in `szExtension`. With `bRecursive`
-/// the folders found by that pattern are entered too, with an empty extension; loops of links end by themselves. A
-/// missing folder adds nothing. A folder that cannot be read for another reason is a failed assertion.
+/// the folders found by that pattern are entered too, with an empty extension, each as often as links lead to it, but
+/// never inside itself. A missing folder adds nothing. A folder that cannot be read for another reason is a failed
+/// assertion, and so are links that multiply the ways to many folders (100,000 entries that were seen before).
 void GetFileList(const std::wstring& szFolderPath, const std::wstring& szExtension,
                  std::vector<std::wstring>& vecFileList, bool bRecursive);
 

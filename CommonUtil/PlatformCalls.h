@@ -18,6 +18,10 @@ std::wstring Utf8ToUtf16(const std::string& utf8);
 /// surrogate and anything above U+10FFFF become U+FFFD.
 std::string Utf16ToUtf8(const std::wstring& wide);
 
+/// Opens a file whose bytes are read at any place: a document, a store or a profile. Null with errno. Waits for nobody:
+/// a pipe is not such a file (ENOENT), and a program that the host starts does not inherit the stream.
+std::FILE* OpenFileToRead(const std::wstring& name);
+
 /// `stat` on the UTF-8 name. 0 or -1 with errno, as `stat` leaves it.
 int _wstat64(const wchar_t* name, struct stat* result);
 

@@ -21,10 +21,9 @@ void CloseDescriptor(int file)
     close(file);
 }
 
-/// A descriptor to read from, or -1 with errno. Never waits for anybody: a pipe under a document's name, which a
-/// plain open would wait at until somebody writes, is refused, since a document must know its size and be read in any
-/// order: there is no file to read (ENOENT). Everything else opens as ever, a folder included.
-int OpenForReading(const std::string& name)
+/// A descriptor to read from, or -1 with errno. A plain open would wait at a pipe until somebody writes; and what comes
+/// out of a pipe has no size and cannot be read in any order. Everything else opens as ever, a folder included.
+int OpenDescriptorToRead(const std::string& name)
 {
     const int file = open(name.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
     if (file < 0)
@@ -75,26 +74,27 @@ int Hand(std::FILE* opened, std::FILE** stream)
     return opened ? 0 : errno;
 }
 
-bool OnlyReads(const std::string& mode)
-{
-    return mode.starts_with('r') && mode.find_first_of("+,") == std::string::npos;
-}
-
 } // namespace
 
 std::FILE* OpenStream(const std::string& name, std::string mode)
 {
-    if (OnlyReads(mode))
-    {
-        const int file = OpenForReading(name);
-        std::FILE* stream = file < 0 ? nullptr : fdopen(file, mode.c_str());
-        if (file >= 0 && !stream)
-            CloseDescriptor(file);
-        return stream;
-    }
     if (!mode.empty())
         mode.insert(1, 1, 'e'); // a program that the host starts must not inherit the file
     return std::fopen(name.c_str(), mode.c_str());
+}
+
+std::FILE* OpenFileToRead(const std::string& name)
+{
+    const int file = OpenDescriptorToRead(name);
+    std::FILE* const stream = file < 0 ? nullptr : fdopen(file, "rb");
+    if (file >= 0 && !stream)
+        CloseDescriptor(file);
+    return stream;
+}
+
+std::FILE* OpenFileToRead(const std::wstring& name)
+{
+    return OpenFileToRead(Utf16ToUtf8(name));
 }
 
 std::FILE* PAL_OpenFile(const wchar_t* name, const wchar_t* mode)

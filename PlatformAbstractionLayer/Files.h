@@ -3,9 +3,11 @@
 #include <cstdio>
 #include <string>
 
-/// Opens a file by UTF-8 name and mode as fopen does, with two differences that no reader notices: a program that the
-/// host starts does not inherit it, and a pipe that is only to be read is refused (ENOENT) instead of waited for.
+/// Opens a file by UTF-8 name and mode as fopen does, but a program that the host starts does not inherit it.
 std::FILE* OpenStream(const std::string& name, std::string mode);
+
+/// OpenFileToRead of PlatformCalls.h by a UTF-8 name.
+std::FILE* OpenFileToRead(const std::string& name);
 
 /// True for a folder, or a link to one.
 bool IsFolder(const std::string& name);

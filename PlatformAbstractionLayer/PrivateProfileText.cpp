@@ -27,7 +27,7 @@ using Stream = std::unique_ptr<std::FILE, CloseStream>;
 TextFileEncoding::E get_text_file_encoding(const std::string& fileName)
 {
     std::array<unsigned char, 2> mark{};
-    const Stream stream(OpenStream(fileName, "rb"));
+    const Stream stream(OpenFileToRead(fileName));
     if (!stream || std::fread(mark.data(), 1, mark.size(), stream.get()) != mark.size())
         return TextFileEncoding::Other;
     if (mark[0] == 0xFF && mark[1] == 0xFE)
@@ -48,7 +48,7 @@ bool IsFileToRead(const std::string& fileName)
 CPrivateProfileText::CPrivateProfileText(const std::string& fileName)
 {
     ZEL_ASSERT(get_text_file_encoding(fileName) == TextFileEncoding::Utf16LittleEndian);
-    const Stream stream(OpenStream(fileName, "rb"));
+    const Stream stream(OpenFileToRead(fileName));
     ZEL_ASSERT(stream);
     struct stat status = {};
     ZEL_ASSERT(fstat(fileno(stream.get()), &status) == 0);

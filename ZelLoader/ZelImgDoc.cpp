@@ -153,8 +153,10 @@ void CZelImgDoc::InitializeVisibleDiplayLayersList(const std::vector<int32_t>& v
         {
             // Here the tag's presence hides a channel, whatever it holds; whether an image is built depends on its
             // value.
+            if (channel->ImgDspLayerHidden())
+                continue;
             const int32_t* stackID = channel->StackToBeDisplayed();
-            if (!channel->ImgDspLayerHidden() && stackID && unOrderedLayers.contains(*stackID))
+            if (stackID && unOrderedLayers.contains(*stackID))
                 vecVisibleLayers.push_back(*stackID);
         }
 }

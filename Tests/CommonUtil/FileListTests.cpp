@@ -1,10 +1,13 @@
 #include "CommonUtil/FileList.h"
 
 #include "CommonUtil/PlatformCalls.h"
+#include "CommonUtil/Text.h"
+#include "Tests/Support/Assertion.h"
 #include "Tests/Support/TemporaryFolder.h"
 
 #include <cstdlib>
 #include <filesystem>
+#include <fstream>
 #include <gtest/gtest.h>
 #include <sched.h>
 #include <sys/stat.h>
@@ -111,14 +114,66 @@ TEST_F(FileList, FollowsLinks)
     EXPECT_EQ(Find(L"", true), (Names{L"link.d/1.txt", L"nowhere.txt", L"real.d/1.txt"}));
 }
 
-TEST_F(FileList, EndsInALoopOfLinks)
+TEST_F(FileList, DoesNotEnterAFolderInsideItself)
 {
     Write("1.txt");
+    Write("a.d/b.d/2.txt");
     Link("self.a", ".");
     Link("self.b", ".");
-    const Names names = Find(L"", true);
-    EXPECT_GE(names.size(), 1u);
-    EXPECT_LE(names.size(), 8u);
+    Link("a.d/b.d/back.d", "../../a.d");
+    EXPECT_EQ(Find(L"", true), (Names{L"1.txt", L"a.d/b.d/2.txt"}));
+}
+
+TEST_F(FileList, EntersFoldersThatLeadToEachOtherOnceOnEachWay)
+{
+    Write("a.d/1.txt");
+    Write("b.d/2.txt");
+    Link("a.d/to.b", "../b.d");
+    Link("b.d/to.a", "../a.d");
+    EXPECT_EQ(Find(L"", true), (Names{L"a.d/1.txt", L"a.d/to.b/2.txt", L"b.d/2.txt", L"b.d/to.a/1.txt"}));
+}
+
+TEST_F(FileList, EntersAFolderByEachLinkToIt)
+{
+    Write("a.d/1.txt");
+    Names expected{L"a.d/1.txt"};
+    for (const char* name : {"l0.d", "l1.d", "l2.d", "l3.d", "l4.d", "l5.d", "l6.d", "l7.d", "l8.d", "l9.d"})
+    {
+        Link(name, "a.d");
+        expected.push_back(ToWide(name) + L"/1.txt");
+    }
+    EXPECT_EQ(Find(L"", true), expected);
+}
+
+/// So many links to a folder of so many entries, "." and ".." among them.
+void LinkFolders(const std::filesystem::path& folder, int numOfLinks, int numOfEntries)
+{
+    std::filesystem::create_directory(folder / "all.d");
+    for (int n = 0; n < numOfEntries - 2; ++n)
+        std::ofstream(folder / "all.d" / (std::to_string(n) + ".txt"));
+    for (int n = 0; n < numOfLinks; ++n)
+        std::filesystem::create_symlink("all.d", folder / (std::to_string(n) + ".link"));
+}
+
+TEST_F(FileList, LooksAtAHundredThousandEntriesAgainAndNoMore)
+{
+    LinkFolders(_folder.Path(), 200, 500); // "0.link" comes before "all.d"
+    EXPECT_EQ(Find(L"", true).size(), 201U * 498);
+    Link("200.link", "all.d");
+    Names names;
+    EXPECT_FAILED_ASSERTION(GetFileList(_folder.WideName(""), L"", names, true));
+}
+
+TEST_F(FileList, OfWaysThatDoubleAtEachDepthEnds)
+{
+    std::filesystem::path folder = _folder.Path() / "x.d";
+    for (int depth = 0; depth < 40; ++depth, folder /= "x.d") // 2^40 ways
+    {
+        std::filesystem::create_directories(folder / "x.d");
+        std::filesystem::create_symlink("x.d", folder / "y.d");
+    }
+    Names names;
+    EXPECT_FAILED_ASSERTION(GetFileList(_folder.WideName(""), L"", names, true));
 }
 
 TEST_F(FileList, ListsAPipeWithoutWaitingAtIt)

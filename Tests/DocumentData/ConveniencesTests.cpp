@@ -146,6 +146,40 @@ TEST_F(Conveniences, GetSampleImageBodyTakesNoMemoryForBytesThatAreNotThere)
     EXPECT_EQ(TestSupport::RunInChild(read), TestSupport::ExitedWith(0));
 }
 
+TEST_F(Conveniences, GetSampleImageBodyServesAnyImageThatIsAllThere)
+{
+    constexpr UINT64 SizeOfImage = UINT64{17000} * 16000; // more than 256 MB
+    Document document;
+    document.With(Stack(1).Z(2));
+    document.Store(1).Tile({0, 0, 1, 0}).Size = SizeOfImage;
+    document.WriteTo(Folder().Path() / "slide.zel");
+    const auto store = document.StorePath(Folder().Path() / "slide.zel", 1);
+    std::filesystem::resize_file(store, std::filesystem::file_size(store) + SizeOfImage);
+    ASSERT_EQ(ResultOfOpeningFile(FileName()), AC_RESULT_SUCCESS);
+    BYTE* buffer = nullptr;
+    UINT64 size = 0;
+    EXPECT_EQ(Call(GetSampleImageBody, FirstArea(), &buffer, &size), AC_RESULT_SUCCESS);
+    const std::unique_ptr<BYTE[]> owner(buffer);
+    EXPECT_EQ(size, SizeOfImage);
+}
+
+TEST_F(Conveniences, GetSampleImageBodyTellsTheSizeAlsoOfWhatCannotBeRead)
+{
+    for (const uint32_t sizeOfImage : {100U << 20, 300U << 20})
+    {
+        Document document;
+        document.With(Stack(1).Z(2));
+        for (CStoredTile& tile : document.Store(1).Tiles)
+            tile.Size = sizeOfImage;
+        Open(std::move(document));
+        BYTE* buffer = nullptr;
+        UINT64 size = 0;
+        EXPECT_EQ(Call(GetSampleImageBody, FirstArea(), &buffer, &size), AC_RESULT_FAILURE);
+        EXPECT_EQ(size, sizeOfImage);
+        EXPECT_EQ(buffer, nullptr);
+    }
+}
+
 TEST_F(Conveniences, GetSampleImageBodyLeavesNothingBehindWhereNoImageIs)
 {
     Open(Stack(1).Z(2).Size(512, 256).Tiles(256, 256).MissingTile(0, 1, 0));

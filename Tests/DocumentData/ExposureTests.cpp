@@ -132,6 +132,15 @@ TEST_F(Exposure, NeedsTheChannel)
     EXPECT_EQ(size, 0U);
 }
 
+TEST_F(Exposure, ThatBreaksARuleHasNoSize)
+{
+    Document document;
+    document.With(TwoChannels().Exposure(1200));
+    document.StackDevice(1).Put(SampleDocuments::Text(Tag::Exposure, u"not a number"));
+    Open(std::move(document));
+    EXPECT_EQ(Of(L"0"), (CAnswer{AC_RESULT_FAILURE, 0, ""}));
+}
+
 struct MessageRow : Row
 {
     Stack Group;

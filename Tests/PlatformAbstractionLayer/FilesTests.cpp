@@ -95,21 +95,36 @@ TEST_F(Files, AreNotInheritedByOtherPrograms)
 TEST_F(Files, BlockAsEverOnceTheyAreOpen)
 {
     _folder.Write("file", "12");
-    const Stream stream(PAL_OpenFile(Name("file").c_str(), L"rb"));
+    const Stream stream(OpenFileToRead(Name("file")));
+    ASSERT_TRUE(stream);
     EXPECT_EQ(fcntl(fileno(stream.get()), F_GETFL) & O_NONBLOCK, 0);
+    EXPECT_NE(fcntl(fileno(stream.get()), F_GETFD) & FD_CLOEXEC, 0);
 }
 
-TEST_F(Files, AreNotPipesToWaitAt)
+TEST_F(Files, MayBePipesThatSomebodyWritesTo)
 {
     MakePipe("pipe");
-    EXPECT_EQ(RunInChild([&] { return PAL_OpenFile(Name("pipe").c_str(), L"rb") ? 1 : errno; }, 10),
-              ExitedWith(ENOENT));
+    const auto readWhatIsWritten = [&]
+    {
+        const int otherEnd = open(_folder.Name("pipe").c_str(), O_RDWR);
+        const Stream stream(PAL_OpenFile(Name("pipe").c_str(), L"rb"));
+        return stream && write(otherEnd, "7", 1) == 1 ? std::fgetc(stream.get()) : errno;
+    };
+    EXPECT_EQ(RunInChild(readWhatIsWritten, 10), ExitedWith('7'));
+}
+
+TEST_F(Files, ToBeReadAtAnyPlaceAreNoPipes)
+{
+    MakePipe("pipe");
+    EXPECT_EQ(RunInChild([&] { return OpenFileToRead(Name("pipe")) ? 1 : errno; }, 10), ExitedWith(ENOENT));
 }
 
 TEST_F(Files, MayBeFoldersAndDevices)
 {
     EXPECT_TRUE(Stream(PAL_OpenFile(_folder.WideName("").c_str(), L"rb")));
     EXPECT_TRUE(Stream(PAL_OpenFile(L"/dev/null", L"rb")));
+    EXPECT_TRUE(Stream(OpenFileToRead(_folder.WideName(""))));
+    EXPECT_TRUE(Stream(OpenFileToRead(L"/dev/null")));
 }
 
 TEST_F(Files, HaveASize)

@@ -163,6 +163,11 @@ TEST(Library, LogsItsNameWhenItCannotBeLoaded)
     EXPECT_EQ(PAL_LoadLibrary(nullptr), nullptr);
 }
 
+TEST(Library, OfAnEmptyNameIsNone)
+{
+    EXPECT_EQ(PAL_LoadLibrary(L""), nullptr); // and not the program itself
+}
+
 TEST(Library, IsNotAPipeToWaitAt)
 {
     const TestSupport::TemporaryFolder folder;

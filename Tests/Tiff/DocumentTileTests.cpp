@@ -212,6 +212,21 @@ TEST_F(DocumentDirectory, IsLoggedByItsNumberWhenItIsTurnedTo)
     EXPECT_THAT(MessagesOf([&] { Model().TiffFilePtrSetToIfdOf1stFrame(); }), ElementsAre("idxOfIfd=1"));
 }
 
+TEST_F(DocumentDirectory, IsAskedAndLoggedOnceForAllFramesThatShareIt)
+{
+    const auto numOfLines = [this](bool isShared)
+    {
+        Document document;
+        document.With(Stack(1).Size(8, 4).Z(3).InDocument(4));
+        for (size_t frame = 0; isShared && frame < 3; ++frame)
+            document.Frame(1, frame).Child(2016).SecondTag(1);
+        Open(std::move(document));
+        const auto messages = MessagesOf([this] { Model().Channels().at(0)->CompressionType(); });
+        return std::ranges::count_if(messages, [](const auto& line) { return line.starts_with("idxOfIfd="); });
+    };
+    EXPECT_EQ(numOfLines(false), numOfLines(true) + 2);
+}
+
 TEST_F(DocumentDirectory, ThatTheFirstFrameDoesNotNameMakesTheDocumentCorrupt)
 {
     Document document;

@@ -2,8 +2,10 @@
 
 #include "CommonImageAccess/TiffAccess.h"
 
+#include "CommonImageAccess/Bmp.h"
 #include "CommonImageAccess/TiffCompression.h"
 #include "CommonUtil/Text.h"
+#include "Tests/Support/ChildProcess.h"
 #include "Tests/Tiff/TiffSlide.h"
 
 #include <atomic>
@@ -77,6 +79,22 @@ TEST_F(TiffFile, ThatIsNoneHasNoHandleAndLeavesErrno)
     EXPECT_FALSE(Opened());
     EXPECT_FALSE(CIA::TIFFOpenW(Name("nothing.tif"), "r"));
     EXPECT_EQ(errno, EBADFD);
+}
+
+TEST_F(TiffFile, IsNotAPipeToWaitAt)
+{
+    ASSERT_EQ(mkfifo(Utf16ToUtf8(Name("pipe.tif")).c_str(), 0600), 0);
+    EXPECT_EQ(TestSupport::RunInChild([&] { return CIA::TIFFOpenW(Name("pipe.tif"), "r") ? 1 : 0; }, 10),
+              TestSupport::ExitedWith(0));
+}
+
+TEST_F(TiffFile, WhosePictureCannotBeDecodedHasAReasonAlsoWhereLibTiffTellsNone)
+{
+    Write({CTiffDirectory(8, 8).Compression(COMPRESSION_JPEG).Data({BytesOf("no picture")})});
+    std::array<unsigned char, 1000> room{};
+    CIA::CByteArray buffer(room.data(), room.size());
+    EXPECT_EQ(Make24BitBMPBufferTiff(Opened().get(), buffer), EIO);
+    EXPECT_EQ(buffer.Size, 0u);
 }
 
 // Directories.

@@ -211,6 +211,40 @@ TEST(Xml, WithADocumentTypeFailsByName)
     EXPECT_THAT(log, HasSubstr("Error: XML cannot be read: it declares a document type"));
 }
 
+/// An element with so many others, or attributes, of different names.
+std::wstring ElementsOfDifferentNames(int number)
+{
+    std::wstring text = L"<a>";
+    for (int n = 1; n < number; ++n)
+        text += L"<e" + std::to_wstring(n) + L"/>";
+    return text + L"</a>";
+}
+std::wstring AttributesOfDifferentNames(int number)
+{
+    std::wstring text = L"<a";
+    for (int n = 0; n < number; ++n)
+        text += L" n" + std::to_wstring(n) + L"=''";
+    return text + L"/>";
+}
+
+TEST(Xml, HasAtMostAThousandDifferentNames)
+{
+    for (const auto& textOf : {ElementsOfDifferentNames, AttributesOfDifferentNames})
+    {
+        EXPECT_NE(XmlDocument(textOf(1000)), nullptr);
+        const std::string log = TestSupport::LogOf([&] { EXPECT_FAILED_ASSERTION(XmlDocument(textOf(1001))); });
+        EXPECT_THAT(log, HasSubstr("it has too many different names"));
+    }
+}
+
+TEST(Xml, HasTagsOfAtMost64Kilobytes)
+{
+    const auto tagOf = [](size_t size) { return L"<a n='" + std::wstring(size - 9, L'x') + L"'/>"; };
+    EXPECT_NE(XmlDocument(tagOf(60000)), nullptr);
+    const std::string log = TestSupport::LogOf([&] { EXPECT_FAILED_ASSERTION(XmlDocument(tagOf(66000))); });
+    EXPECT_THAT(log, HasSubstr("it has too long a tag"));
+}
+
 TEST(Xml, DoesNotFetchASchema)
 {
     const TestSupport::TemporaryFolder folder;

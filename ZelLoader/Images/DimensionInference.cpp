@@ -108,7 +108,7 @@ void CDimensionInference::GetZDimDataFromDimChannel(CZelMetaDataForDimensionChan
     {
         if (increment)
             ZEL_LOG("Warning : Start and Unit's are absent for Dimensition Z but Step is Present");
-        Put(DimensionType::DimensionType_Z, NoFirstPoint, 0);
+        PutZ(NoFirstPoint, 0);
         return;
     }
     const std::wstring startUnits = TextOf(channel.ImgZStart()->ZUnit());
@@ -124,9 +124,15 @@ void CDimensionInference::GetZDimDataFromDimChannel(CZelMetaDataForDimensionChan
                 start);
     else
         step.Value = ConvertToBrixZDimUnits(step.Value, step.Units);
+    PutZ(start, step.Value);
+}
+
+void CDimensionInference::PutZ(double firstPoint, double gap)
+{
+    // A second Z is told with and without a start, a second T or lambda only with one.
     if (_dimMetaDatas.contains(DimensionType::DimensionType_Z))
         ZEL_LOG("Warning Z Dimention is already present");
-    Put(DimensionType::DimensionType_Z, start, step.Value);
+    Put(DimensionType::DimensionType_Z, firstPoint, gap);
 }
 
 void CDimensionInference::GetTDimDataFromDimChannel(CZelMetaDataForDimensionChannel& channel)

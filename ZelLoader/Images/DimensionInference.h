@@ -45,6 +45,7 @@ private:
     void GetTDimDataFromDimChannel(CZelMetaDataForDimensionChannel& channel);
     void GetLDimDataFromDimChannel(CZelMetaDataForDimensionChannel& channel);
     void Put(DimensionType::E type, double firstPoint, double gap);
+    void PutZ(double firstPoint, double gap);
 
     bool GetOrValidateDimMetaDatasFromFrames();
     bool CountFrames(uint64_t frameCount);

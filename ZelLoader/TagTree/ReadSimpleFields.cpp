@@ -19,6 +19,12 @@ constexpr uint32_t SizeOfInlineValue = 4;
 constexpr uint32_t SizeOfStoredCharacter = 2;
 constexpr uint32_t SizeOfWideCharacter = 4;
 
+/// With the zero after it.
+constexpr uint64_t SizeInMemoryOfText(uint64_t numOfUnits)
+{
+    return (numOfUnits + 1) * SizeOfWideCharacter;
+}
+
 /// The UTF-16 units at the start of the bytes, one to each 4 bytes as they stand; there is room for them. From the last
 /// one on, so that none is overwritten before it was moved.
 void WidenInPlace(std::byte* text, uint64_t numOfUnits)
@@ -144,9 +150,8 @@ std::unique_ptr<CBasicArray> CZelTagTreeReader::ReadDataArray(uint32_t eleSize, 
 {
     ZEL_ASSERT(eleSize != 0);
     ZEL_ASSERT(arrSizeInBytes <= NumOfBytesLeft());
-    // Values that stand once fit the file; fields that claim the same bytes over and over would fill the memory.
-    ZEL_ASSERT(arrSizeInBytes <= _Document.FileSize() - _Budget.NumOfArrayBytesRead);
-    _Budget.NumOfArrayBytesRead += arrSizeInBytes;
+    const bool isText = zelFieldType == NONZELSPEC_SIMPLE_FIELD_TCHAR;
+    TakeArrayBytes(isText ? SizeInMemoryOfText(arrSizeInBytes / SizeOfStoredCharacter) : arrSizeInBytes);
     if (_Document.IsFileBigEndian() != IsBigEndian())
     {
         ZEL_LOG("TO_DO - handle endianness issue here by reversing the order of bytes for each element based on "
@@ -154,7 +159,7 @@ std::unique_ptr<CBasicArray> CZelTagTreeReader::ReadDataArray(uint32_t eleSize, 
         oldAbortCommonUtil();
     }
 
-    if (zelFieldType == NONZELSPEC_SIMPLE_FIELD_TCHAR)
+    if (isText)
         return ReadText(eleSize, arrSizeInBytes);
     std::unique_ptr<std::byte[]> bytes;
     if (arrSizeInBytes != 0)
@@ -165,17 +170,27 @@ std::unique_ptr<CBasicArray> CZelTagTreeReader::ReadDataArray(uint32_t eleSize, 
     return std::make_unique<CBasicArray>(std::move(bytes), eleSize, arrSizeInBytes / eleSize, zelFieldType);
 }
 
+void CZelTagTreeReader::TakeArrayBytes(uint64_t numOfBytes)
+{
+    // Values that stand once take at most twice the file, as wide text does; fields may share them, yet not without
+    // end.
+    constexpr uint64_t LeastLimit = 64U << 20;
+    constexpr uint64_t TimesTheFile = 4;
+    const uint64_t taken = _Budget.NumOfArrayBytes + numOfBytes;
+    ZEL_ASSERT(taken <= LeastLimit || (taken - 1) / TimesTheFile < _Document.FileSize());
+    _Budget.NumOfArrayBytes = taken;
+}
+
 std::unique_ptr<CBasicArray> CZelTagTreeReader::ReadText(uint32_t eleSize, uint32_t sizeInBytes)
 {
     ZEL_ASSERT(eleSize == SizeOfStoredCharacter);
     const uint64_t numOfUnits = sizeInBytes / SizeOfStoredCharacter;
-    const uint64_t numOfCharacters = numOfUnits + 1;
-    auto text = std::make_unique_for_overwrite<std::byte[]>(numOfCharacters * SizeOfWideCharacter);
+    auto text = std::make_unique_for_overwrite<std::byte[]>(SizeInMemoryOfText(numOfUnits));
     if (sizeInBytes != 0)
         _Document.ReadData(reinterpret_cast<Byte*>(text.get()), sizeInBytes);
     WidenInPlace(text.get(), numOfUnits);
     std::memset(text.get() + numOfUnits * SizeOfWideCharacter, 0, SizeOfWideCharacter);
-    return std::make_unique<CBasicArray>(std::move(text), SizeOfWideCharacter, ToUint32WithCheck(numOfCharacters),
+    return std::make_unique<CBasicArray>(std::move(text), SizeOfWideCharacter, ToUint32WithCheck(numOfUnits + 1),
                                          NONZELSPEC_SIMPLE_FIELD_TCHAR);
 }
 

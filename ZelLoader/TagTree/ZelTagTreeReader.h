@@ -31,10 +31,10 @@ struct CVolumeHeader
 /// Reads tag trees out of a document: its own, which starts at byte 8 of the file, and those in its measurement blobs.
 ///
 /// A tree is a web of offsets that anyone may have written, so that a volume may contain itself. Reading is bounded:
-/// all trees of a document together hold at most as many fields as the file could hold side by side, at most as many
-/// bytes in arrays as the file has, and are at most MaxDepthOfVolumes deep; one more is a failed assertion. All that
-/// is read must lie in the file (assertion). The document's errno must be 0 when an operation starts and is asserted to
-/// stay so.
+/// all trees of a document together hold at most as many fields as the file could hold side by side, arrays of at most
+/// 64 MB or four times the file, whichever is more, and are at most MaxDepthOfVolumes deep; one more is a failed
+/// assertion. All that is read must lie in the file (assertion). The document's errno must be 0 when an operation
+/// starts and is asserted to stay so.
 class CZelTagTreeReader
 {
 public:
@@ -96,13 +96,14 @@ private:
     struct CTreeBudget
     {
         uint64_t NumOfFieldHeadersRead = 0;
-        uint64_t NumOfArrayBytesRead = 0;
+        uint64_t NumOfArrayBytes = 0; ///< as they lie in memory
     };
     class CBudgetOfObject;
 
     CFieldHeader ReadFieldHeader(uint64_t offset, CZelDataFieldForVolume& vol);
     bool FinishReadingValue(const CFieldHeader& header, std::unique_ptr<CZelDataField>& node);
     std::optional<CDataWithType> ReadNumber(int32_t fieldType, bool isDataInline);
+    void TakeArrayBytes(uint64_t numOfBytes);
     std::unique_ptr<CBasicArray> ReadText(uint32_t eleSize, uint32_t sizeInBytes);
     bool ReadMeasObjs(CZelDataFieldForBlobWithZelTags& blobWithTags, uint32_t numOfMeasurementObjs);
     bool ReadMeasObj(CZelDataFieldForBlobWithZelTags& blobWithTags);

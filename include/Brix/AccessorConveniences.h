@@ -28,8 +28,9 @@ extern "C"
     AC_Result GetDateTimeString(AC_HAREA hArea, std::wstring& strDateTime);
 
     /// The bytes of a representative image of an area: its first channel in the middle of its axes. On success the
-    /// caller owns *pBuffer, *punSize bytes made by new[]; on failure nothing is left to free. AC_RESULT_FAILURE: the
-    /// group has no axis, or the image takes more than 256 MB.
+    /// caller owns *pBuffer, *punSize bytes made by new[]; on failure nothing is left to free, and *punSize is the size
+    /// of the image when that was known. AC_RESULT_FAILURE: the group has no axis, or the image claims more than 256 MB
+    /// and more than the document and the group's store have together.
     AC_Result GetSampleImageBody(AC_HAREA hArea, BYTE** pBuffer, UINT64* punSize);
 
     /// Releases the area and the group and closes the document; each may be NULL and is then passed over. The document

@@ -43,7 +43,7 @@ extern "C"
     /**
      * Opens a file as fopen does, by wide name and mode. NULL when either is NULL or the open fails; errno tells why.
      * The stream belongs to the caller, who closes it with PAL_CloseFile. It is not inherited by programs that are
-     * started. A pipe that is only to be read is not waited at: there is no file (ENOENT).
+     * started. A named pipe opens as it does for fopen, which waits for whoever has the other end.
      */
     FILE* PAL_OpenFile(const wchar_t* name, const wchar_t* mode);
 

@@ -150,6 +150,23 @@ TEST_F(DisplayFlow, TellsNoImageUnderAFlagWhateverItSays)
     EXPECT_THAT(VisibleLayersUnder({Layer(0, {Shows(1, true)}), Layer(1, {Shows(2)})}), ElementsAre(2));
 }
 
+TEST_F(DisplayFlow, WithoutImagesIsNotAskedForTheStackOfAHiddenChannel)
+{
+    const auto channel = [](bool isHidden)
+    {
+        std::vector<CNode> fields = {Text(TagOfStack, u"not the number of a stack")};
+        if (isHidden)
+            fields.push_back(Bool(TagOfHidden, false));
+        return Channel(std::move(fields));
+    };
+    for (const bool isHidden : {true, false})
+    {
+        Document document;
+        document.Volume({2000}).Put(Volume(2011, {Layer(0, {channel(isHidden)})}));
+        EXPECT_EQ(ResultOfOpening(std::move(document)), isHidden ? AC_RESULT_SUCCESS : AC_RESULT_FAILURE);
+    }
+}
+
 TEST_F(DisplayFlow, TellsOnlyImagesThatWereBuilt)
 {
     Document document;

@@ -281,9 +281,18 @@ TEST_F(DimensionTags, OfOneMeaningTwiceAreToldAndBreakARule)
     }
 }
 
-TEST_F(DimensionTags, OfOneMeaningTwiceAreNotToldWhereTheyHaveNoStart)
+TEST_F(DimensionTags, OfZTwiceAreToldOnceWhetherTheyHaveAStartOrNot)
 {
-    for (const auto meaning : {DimensionMeaning::Z, DimensionMeaning::T, DimensionMeaning::Lambda})
+    const CStackDimension withoutStart = {.Meaning = DimensionMeaning::Z, .NumOfPoints = 1};
+    const CStackDimension withStart = Z(1, 5, Micrometres, 1, Micrometres);
+    for (const auto& [first, second] : {std::pair(withoutStart, withoutStart), {withStart, withoutStart}})
+        EXPECT_THAT(MessagesOfOpening(With(first).Dimension(second)),
+                    Contains("Warning Z Dimention is already present").Times(1));
+}
+
+TEST_F(DimensionTags, OfTOrLambdaTwiceAreNotToldWhereTheyHaveNoStart)
+{
+    for (const auto meaning : {DimensionMeaning::T, DimensionMeaning::Lambda})
     {
         const CStackDimension dimension = {.Meaning = meaning, .NumOfPoints = 1};
         auto& image = ReadImage(With(dimension).Dimension(dimension));

@@ -125,6 +125,16 @@ CNode TextWithoutAnEnd(uint32_t tag)
     return Int32s(tag, {'1', '0', '^', '-', '6', 'm', '^', '1'});
 }
 
+TEST_F(PixelDimensions, HaveTheUnitThatStandsBeforeTheFirstZero)
+{
+    Document document;
+    document.With(Small().Scale(500, 500));
+    document.StackProperties(1).Put(Text(2020, std::u16string_view(u"10^-9m^1\0 and more", 18)));
+    auto& image = ReadImage(std::move(document));
+    EXPECT_STREQ(DimensionOf(image, DimX).NativeUnits(), L"10^-9m^1");
+    EXPECT_DOUBLE_EQ(DimensionOf(image, DimX).GapBetweenPoints(), 0.5);
+}
+
 TEST_F(PixelDimensions, HaveNoUnitsInATextWithoutAnEnd)
 {
     Document document;

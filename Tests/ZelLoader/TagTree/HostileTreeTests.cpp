@@ -1,5 +1,6 @@
 #include "Tests/Support/ChildProcess.h"
 #include "Tests/ZelLoader/TagTree/TreeOfTest.h"
+#include "ZelLoader/TagTree/SimpleFieldTypes.h"
 
 #include <csignal>
 #include <filesystem>
@@ -93,14 +94,64 @@ TEST(HostileTree, WhoseVolumeLeadsBackToItsParentFails)
     EXPECT_READING_FAILS(Volume(0, {Volume(5, {Int32(6, 1)}).OffsetOfFirstChild(backToParent)}));
 }
 
-TEST(HostileTree, WhoseFieldsClaimTheSameBytesFails)
+/// Texts each of which begins after its own header and ends with the file, so that all of them overlap.
+CNode TextsThatShareBytes(uint32_t numOfTexts)
 {
-    // Each text begins behind its own header and ends with the file, so that all of them overlap.
-    constexpr uint32_t NumOfFields = 1000;
     CNode root = Volume(0);
-    for (uint32_t n = 0; n < NumOfFields; ++n)
-        root.Add(Field(5, FieldCode::TcharArrUnicode).DataSize((NumOfFields - 1 - n) * 16));
-    EXPECT_READING_FAILS(root);
+    for (uint32_t n = 0; n < numOfTexts; ++n)
+        root.Add(Field(5, FieldCode::TcharArrUnicode).DataSize((numOfTexts - 1 - n) * 16));
+    return root;
+}
+
+TEST(HostileTree, WhoseFieldsClaimTheSameBytesHas64MegabytesOfThemAndNoMore)
+{
+    EXPECT_READING_WORKS(TextsThatShareBytes(2000)); // 2000 * 1999 / 2 * 16 bytes as 16-bit text: 64.0 * 10^6 bytes
+    EXPECT_READING_FAILS(TextsThatShareBytes(2050)); // 67.2 * 10^6 bytes, and 64 MB are 67.1 * 10^6
+}
+
+struct LimitOfArrays
+{
+    size_t SizeOfFile;
+    uint64_t Limit;
+};
+
+class ArraysOfAFile : public testing::TestWithParam<LimitOfArrays>
+{
+};
+
+TEST_P(ArraysOfAFile, HaveALimitOverAllTrees)
+{
+    CDocumentFile file = DocumentOf(Volume(0));
+    file.Tail.resize(GetParam().SizeOfFile - file.ToBytes().size());
+    COpenDocument document(file);
+    const auto readBytes = [&](uint64_t size)
+    {
+        document.File.Seek(0, CommonUtil::BfrSeekDirection::BEGIN);
+        document.Reader.ReadDataArray(1, static_cast<uint32_t>(size), FieldCode::UChar);
+    };
+    constexpr uint64_t Megabyte = 1U << 20;
+    for (uint64_t taken = 0; taken < GetParam().Limit; taken += Megabyte)
+        readBytes(std::min(Megabyte, GetParam().Limit - taken));
+    EXPECT_FAILED_ASSERTION(readBytes(1));
+}
+
+INSTANTIATE_TEST_SUITE_P(Of, ArraysOfAFile,
+                         testing::Values(LimitOfArrays{1U << 20, 64U << 20}, LimitOfArrays{16U << 20, 64U << 20},
+                                         LimitOfArrays{(16U << 20) + 1, (64U << 20) + 4}));
+
+TEST(HostileTree, CountsTextsAsTheyLieInMemory)
+{
+    CDocumentFile file = DocumentOf(Volume(0));
+    file.Tail.resize(1U << 20);
+    COpenDocument document(file);
+    const auto readText = [&](uint32_t numOfUnits)
+    {
+        document.File.Seek(0, CommonUtil::BfrSeekDirection::BEGIN);
+        document.Reader.ReadDataArray(2, numOfUnits * 2, Zel::NONZELSPEC_SIMPLE_FIELD_TCHAR);
+    };
+    for (int i = 0; i < 64; ++i)
+        readText((1U << 18) - 1); // and the zero: 1 MB
+    EXPECT_FAILED_ASSERTION(readText(0));
 }
 
 TEST(HostileTree, IsReadWhenItsValuesFillTheFile)
