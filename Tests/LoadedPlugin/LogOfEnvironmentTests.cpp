@@ -1,6 +1,6 @@
 // The log that the environment turns on when a host loads the plug-in.
 
-#include "Brix/AccessorInterface.h"
+#include "Tests/Accessor/Slide.h"
 #include "Tests/LoadedPlugin/LoadedPlugin.h"
 #include "Tests/Support/TemporaryFolder.h"
 
