@@ -1,7 +1,10 @@
 // Which directories can be read, as a host sees it: what they hold beside a picture, and what they share.
 
 #include "SampleDocuments/Tags.h"
+#include "Tests/Support/ChildProcess.h"
 #include "Tests/Tiff/TiffSlide.h"
+
+#include <sys/resource.h>
 
 using namespace TiffOfTest;
 
@@ -148,5 +151,47 @@ TEST_F(DirectoryOfADocument, MayShareAValueThatIsNeeded)
                           directory.Set(TIFFTAG_JPEGTABLES, CTiffEntry{TiffType::Undefined, 65536, {}, 8});
                       });
 }
+
+/// Makes all frames of the document those of one directory.
+void LetFramesShareADirectory(Document& document, uint32_t numOfFrames, const CTiffDirectory& directory)
+{
+    document.File().Directories = {document.File().Directories.front(), directory};
+    CNode& stack = document.Volume({Tag::Collection, Tag::Stack});
+    for (uint32_t z = 0; z < numOfFrames; ++z)
+        stack.Child(Tag::Frame, z).Child(Tag::FrameDirectory).SecondTag(1);
+}
+
+TEST_F(DirectoryOfADocument, MayHaveItsStripsSharedByFrames)
+{
+    const Stack stack = Stack(1).Size(16, 500).Z(200).InDocument(1);
+    Document document;
+    document.With(stack);
+    LetFramesShareADirectory(document, 200, document.File().Directories.at(1));
+    Open(std::move(document));
+    EXPECT_EQ(ResultOfChannelInfo(), AC_RESULT_SUCCESS);
+    EXPECT_EQ(BodyOf(Tile(0, 499, L"0", {AtZ(0)})), stack.TileBytes(0, 0, 499));
+    EXPECT_EQ(BodyOf(Tile(0, 499, L"0", {AtZ(199)})), stack.TileBytes(0, 0, 499));
+}
+
+#ifndef __SANITIZE_ADDRESS__ // whose own memory would be counted
+TEST_F(DirectoryOfADocument, WhoseStripsAreSharedByFramesIsScannedOnce)
+{
+    // Forty million strips, if each frame had its own.
+    Document document;
+    document.With(Stack(1).Size(1, 1).Z(2000).InDocument(1).WithoutDisplayLimits());
+    LetFramesShareADirectory(document, 2000, CTiffDirectory(1, 20000).Strips(1).SampleFormat(SAMPLEFORMAT_UINT));
+    document.WriteTo(File());
+    const auto end = TestSupport::RunInChild(
+        [this]
+        {
+            constexpr rlim_t ModestMemory = 256 << 20;
+            const rlimit limit = {ModestMemory, ModestMemory};
+            setrlimit(RLIMIT_DATA, &limit);
+            const AC_Result result = ResultOfOpeningFile(FileName());
+            return int{result == AC_RESULT_SUCCESS ? ResultOfChannelInfo() : result};
+        });
+    EXPECT_EQ(end, TestSupport::ExitedWith(AC_RESULT_SUCCESS));
+}
+#endif
 
 } // namespace
