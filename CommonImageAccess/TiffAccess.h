@@ -4,9 +4,7 @@
 #include <optional>
 #include <string>
 #include <tiffio.h>
-#include <unordered_set>
 #include <utility>
-#include <vector>
 
 namespace CIA
 {
@@ -22,8 +20,8 @@ using CTiffHandle = std::unique_ptr<TIFF, CTiffCloser>;
 // libtiff's own calls with the checks that the readers rely on. A mandatory tag that is missing, or a directory that is
 // not there, is a failed assertion.
 
-/// Null when the file cannot be opened as TIFF; errno is kept. A file that is there and cannot be read is a failed
-/// assertion, and no TIFF without directories.
+/// A handle that stands on directory 0. Null when the file cannot be opened as TIFF, or this directory cannot be read;
+/// errno is kept. Asserts that a file that is there can be read: one that cannot is no TIFF without directories.
 CTiffHandle TIFFOpenW(const std::wstring& name, const char* mode);
 /// Asserts that all of the chain could be read, that there is a directory, and that their number fits 16 bits. Keeps
 /// errno. For handles of TIFFOpenW.
@@ -33,6 +31,8 @@ uint32_t TIFFNumberOfDirectories(TIFF* tif);
 // that cannot be read is a failed assertion. Keep errno. For handles of TIFFOpenW.
 tmsize_t TIFFReadRawTile(TIFF* tif, uint32_t tile, void* buffer, tmsize_t size);
 tmsize_t TIFFReadRawStrip(TIFF* tif, uint32_t strip, void* buffer, tmsize_t size);
+
+// Handles of TIFFOpenW know the tags that TiffEntries.cpp lists, and no others.
 
 /// The value of an optional tag; false when the directory has none. Keeps errno.
 template <typename... Arguments>
@@ -51,39 +51,16 @@ public:
     /// The handle, standing on whatever directory it was set to last; null when the file is no TIFF.
     TIFF* TiffFilePtr();
     /// The handle, standing on the directory of that number from 0. Asserts that the file is a TIFF and has it. Every
-    /// reader moves the handle: whoever reads sets it first, and reads with nothing between. Where directories lie is
-    /// kept, so that one after the other costs one step each. Keeps errno.
+    /// reader moves the handle: whoever reads sets it first, and reads with nothing between. Keeps errno.
     TIFF* SetDirectory(uint32_t dir);
     /// The same where it may fail: false when the file is no TIFF, does not have the directory or cannot be read. One
     /// that could not be read is opened anew by the next call. Keeps errno.
     bool TrySetDirectory(uint32_t dir);
 
 private:
-    /// Makes a directory the current one, which is unknown when that fails; false when there is none.
-    bool GoToDirectory(uint32_t dir);
-    /// Finds out where a directory lies; false when there is none. Those before it need not be readable.
-    bool FindDirectory(uint32_t dir);
-    /// False for a directory, met for the first time, that would cost far more to read than it could be worth: one of
-    /// very many entries, or one more where all that were met together hold more entries, or many times more values,
-    /// than the file could side by side. They may lie in each other, and so be as many as anyone likes.
-    bool IsWorthReading(uint32_t dir);
-    /// Keeps the offset of the directory behind the last one that is known. False for one that is known already: there
-    /// a chain that leads back ends.
-    bool AddDirectory(uint64_t offset);
-
     CTiffHandle _TiffFilePtr;
     std::wstring _FileName;
-    std::vector<uint64_t> _OffsetsOfDirectories; ///< of those found so far, by number
     std::optional<uint32_t> _CurrentDirectory;
-
-    /// What was spent on reading each directory for the first time.
-    struct CCost
-    {
-        std::unordered_set<uint32_t> DirectoriesMet;
-        uint64_t SizeOfEntries = 0;
-        uint64_t NumOfBytesRead = 0;
-    };
-    CCost _Cost;
 };
 
 } // namespace CIA

@@ -2,11 +2,26 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <cstring>
 #include <limits>
 #include <unistd.h>
+#include <utility>
 
 namespace CIA
 {
+
+namespace
+{
+
+/// After the end of any file, so that what stands there hides nothing.
+constexpr uint64_t OffsetOfDirectoryShown = uint64_t{1} << 62;
+/// libtiff looks for the subsampling in the first JPEG stream of a directory, if need be to its end. The frame header
+/// comes before it has read as much: long segments are skipped.
+constexpr uint64_t SizeOfJpegLookedAt = 16 << 10;
+/// Where strips of old JPEG lie is read twice.
+constexpr uint64_t NumOfTimesThatValuesAreRead = 2;
+
+} // namespace
 
 CTiffFile::CTiffFile(const std::wstring& name) : _file(OpenFileToRead(name))
 {
@@ -19,8 +34,9 @@ CTiffFile::CTiffFile(const std::wstring& name) : _file(OpenFileToRead(name))
 TIFF* CTiffFile::OpenAsTiff(std::unique_ptr<CTiffFile>& file, const std::string& name, const char* mode,
                             TIFFOpenOptions* options)
 {
-    TIFF* tif = TIFFClientOpenExt(name.c_str(), mode, file.get(), ReadProc, WriteProc, SeekProc, CloseProc, SizeProc,
-                                  nullptr, nullptr, options);
+    const std::string modeOfHeaderOnly = std::string(mode) + 'h';
+    TIFF* tif = TIFFClientOpenExt(name.c_str(), modeOfHeaderOnly.c_str(), file.get(), ReadProc, WriteProc, SeekProc,
+                                  CloseProc, SizeProc, nullptr, nullptr, options);
     if (tif)
         static_cast<void>(file.release()); // CloseProc has it now
     return tif;
@@ -31,24 +47,61 @@ CTiffFile& CTiffFile::Of(TIFF* tif)
     return *static_cast<CTiffFile*>(TIFFClientdata(tif));
 }
 
-tmsize_t CTiffFile::Read(unsigned char* bytes, uint64_t size)
+CTiffChain& CTiffFile::Chain()
 {
-    const uint64_t wanted = _offset < _size ? std::min(size, _size - _offset) : 0;
+    if (!_chain)
+        _chain.emplace(*this);
+    return *_chain;
+}
+
+bool CTiffFile::GoToDirectory(TIFF* tif, CDirectoryForLibtiff directory)
+{
+    _directoryShown = std::move(directory.Bytes);
+    _numOfBytesForValues = NumOfTimesThatValuesAreRead * directory.SizeOfValues + SizeOfJpegLookedAt;
+    // One offset for all of them: at one that it does not know libtiff follows the chain of the file.
+    const int isRead = TIFFSetSubDirectory(tif, OffsetOfDirectoryShown);
+    _directoryShown.clear();
+    _numOfBytesForValues.reset();
+    return isRead == 1;
+}
+
+uint64_t CTiffFile::Read(unsigned char* bytes, uint64_t size)
+{
+    if (_offset >= OffsetOfDirectoryShown && !_directoryShown.empty())
+        return ReadDirectoryShown(bytes, size);
+    const uint64_t numOfBytes = ReadAt(_offset, bytes, std::min(size, _numOfBytesForValues.value_or(size)));
+    if (_numOfBytesForValues)
+        *_numOfBytesForValues -= numOfBytes;
+    _offset += numOfBytes;
+    return numOfBytes;
+}
+
+uint64_t CTiffFile::ReadDirectoryShown(unsigned char* bytes, uint64_t size)
+{
+    const uint64_t begin = std::min<uint64_t>(_offset - OffsetOfDirectoryShown, _directoryShown.size());
+    const uint64_t numOfBytes = std::min(size, _directoryShown.size() - begin);
+    std::memcpy(bytes, _directoryShown.data() + begin, numOfBytes);
+    if (begin + numOfBytes == _directoryShown.size())
+        _directoryShown.clear(); // values that claim to lie there as well do not
+    _offset += numOfBytes;
+    return numOfBytes;
+}
+
+uint64_t CTiffFile::ReadAt(uint64_t offset, unsigned char* bytes, uint64_t size)
+{
+    const uint64_t wanted = offset < _size ? std::min(size, _size - offset) : 0;
     uint64_t numOfBytes = 0;
     while (numOfBytes < wanted)
     {
         const ssize_t numOfBytesRead = pread(fileno(_file.get()), bytes + numOfBytes, wanted - numOfBytes,
-                                             static_cast<off_t>(_offset + numOfBytes));
+                                             static_cast<off_t>(offset + numOfBytes));
         if (numOfBytesRead > 0)
             numOfBytes += static_cast<uint64_t>(numOfBytesRead);
         else if (numOfBytesRead == 0 || errno != EINTR)
             break;
     }
-    _offset += numOfBytes;
-    _numOfBytesRead += numOfBytes;
     _hasFailed = _hasFailed || numOfBytes < wanted || (wanted < size && HasOtherSizeNow());
-    // Never -1: libtiff 4.5 adds what it got to where it goes on, and would clear a byte before its buffer.
-    return static_cast<tmsize_t>(numOfBytes);
+    return numOfBytes;
 }
 
 bool CTiffFile::HasOtherSizeNow() const
@@ -59,9 +112,11 @@ bool CTiffFile::HasOtherSizeNow() const
 
 tmsize_t CTiffFile::ReadProc(thandle_t file, void* bytes, tmsize_t size)
 {
-    return size < 0
-               ? 0
-               : static_cast<CTiffFile*>(file)->Read(static_cast<unsigned char*>(bytes), static_cast<uint64_t>(size));
+    if (size < 0)
+        return 0;
+    // Never -1: libtiff 4.5 adds what it got to where it goes on, and would clear a byte before its buffer.
+    return static_cast<tmsize_t>(
+        static_cast<CTiffFile*>(file)->Read(static_cast<unsigned char*>(bytes), static_cast<uint64_t>(size)));
 }
 
 tmsize_t CTiffFile::WriteProc(thandle_t, void*, tmsize_t)

@@ -1,10 +1,13 @@
 #pragma once
+#include "CommonImageAccess/TiffChain.h"
 #include "CommonUtil/PlatformCalls.h"
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 #include <tiffio.h>
+#include <vector>
 
 namespace CIA
 {
@@ -22,16 +25,24 @@ public:
     /// were asked for that it did not have and might have now. Then a handle of it is good for nothing any more.
     bool HasFailed() const { return _hasFailed; }
     void ForgetFailure() { _hasFailed = false; }
+    /// For what was not found: tells by HasFailed that it might be there now.
+    void FailIfSizeHasChanged() { _hasFailed = _hasFailed || HasOtherSizeNow(); }
 
     uint64_t Size() const { return _size; } ///< as it was when the file was opened
-    /// All that was read of it so far.
-    uint64_t NumOfBytesRead() const { return _numOfBytesRead; }
+    /// How many bytes could be read at an offset; fewer than wanted where the file ends or cannot be read.
+    uint64_t ReadAt(uint64_t offset, unsigned char* bytes, uint64_t size);
 
-    /// Lets libtiff open it: null when it is no TIFF. The handle takes `file` over and closes it in the end.
+    /// Lets libtiff open it and read the header, yet no directory: null when it is no TIFF. The handle takes `file`
+    /// over and closes it in the end.
     static TIFF* OpenAsTiff(std::unique_ptr<CTiffFile>& file, const std::string& name, const char* mode,
                             TIFFOpenOptions* options);
     /// The file of a handle that was opened by OpenAsTiff.
     static CTiffFile& Of(TIFF* tif);
+
+    /// Its directories. For a file that libtiff has opened.
+    CTiffChain& Chain();
+    /// Lets libtiff read a directory of the chain, so that the file's handle stands on it; false when it cannot.
+    bool GoToDirectory(TIFF* tif, CDirectoryForLibtiff directory);
 
 private:
     struct CloseStream
@@ -39,7 +50,9 @@ private:
         void operator()(std::FILE* stream) const { PAL_CloseFile(stream); }
     };
 
-    tmsize_t Read(unsigned char* bytes, uint64_t size);
+    /// What libtiff reads.
+    uint64_t Read(unsigned char* bytes, uint64_t size);
+    uint64_t ReadDirectoryShown(unsigned char* bytes, uint64_t size);
     bool HasOtherSizeNow() const;
 
     // What libtiff calls.
@@ -52,8 +65,10 @@ private:
     std::unique_ptr<std::FILE, CloseStream> _file;
     uint64_t _size = 0;
     uint64_t _offset = 0;
-    uint64_t _numOfBytesRead = 0;
     bool _hasFailed = false;
+    std::optional<CTiffChain> _chain;
+    std::vector<unsigned char> _directoryShown;   ///< where no file has anything, until libtiff has read it
+    std::optional<uint64_t> _numOfBytesForValues; ///< that libtiff may still read while it is set to a directory
 };
 
 } // namespace CIA

@@ -104,6 +104,8 @@ public:
     /// The grids of tiles of the document's directories that were met so far, by number: frames may share a directory,
     /// and going back and forth between two of them costs far more than a frame.
     std::map<uint32_t, CTileGrid>& TileGridsByDirectory() { return _TileGridsByDirectory; }
+    /// How many different directories the frame nodes name, at least 1.
+    uint64_t NumOfDirectoriesOfFrames();
     /// The frame whose directory has the next higher number; null for the last.
     CFrame* NextFrameOnDisk(uint32_t idxOfTiffIfd);
     /// The entries of the dimension tag that lists channels; null when the image has none.
@@ -179,6 +181,7 @@ private:
     std::map<uint32_t, uint32_t> _TileWidthsByDirectory;  ///< of a TIFF store, or of the document (under 0)
     std::map<uint32_t, uint32_t> _TileHeightsByDirectory; ///< likewise
     std::map<uint32_t, CTileGrid> _TileGridsByDirectory;
+    CLazy<uint64_t, 0> _NumOfDirectoriesOfFrames;
     CZelMetaDataForImgFrames _ZelMetaDataForImgFrames;
     std::map<uint32_t, CFrame*> FramesIndexedByTiffIfdIdx;
 };

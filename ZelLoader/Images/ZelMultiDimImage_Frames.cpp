@@ -9,6 +9,7 @@
 #include <cerrno>
 #include <limits>
 #include <tuple>
+#include <unordered_set>
 
 namespace Zel
 {
@@ -113,6 +114,20 @@ uint64_t CZelMultiDimImage::MaxNumOfFrames()
         return _IsKorFileMissing ? std::numeric_limits<uint64_t>::max() : _MetaData.ImgFrames()->size();
     CKorFile* korFile = KorFile();
     return korFile ? korFile->MaxNumOfFramesWithTiles() + _MetaData.ImgFrames()->size() : 0;
+}
+
+uint64_t CZelMultiDimImage::NumOfDirectoriesOfFrames()
+{
+    const auto count = [this](uint64_t& number)
+    {
+        std::unordered_set<uint32_t> directories;
+        for (const auto& frame : *_MetaData.ImgFrames())
+            if (CZelMetaDataForFrameTiffIfd* ifd = frame->FrameTiffIfd(); ifd && ifd->DbgNode()->IsSecondTagPresent())
+                directories.insert(ifd->IdxOfTiffIfd());
+        number = std::max<uint64_t>(directories.size(), 1);
+        return true;
+    };
+    return _NumOfDirectoriesOfFrames.Get(count);
 }
 
 CFrame* CZelMultiDimImage::NextFrameOnDisk(uint32_t idxOfTiffIfd)

@@ -12,6 +12,7 @@
 
 #include <cerrno>
 #include <set>
+#include <unordered_set>
 
 namespace Zel
 {
@@ -30,6 +31,12 @@ public:
     {
     }
 
+    /// False for a frame whose tiles are those of a frame before it. They are not even made: frames that share a large
+    /// directory would have far more of them than the file.
+    bool IsNew(const CZelFrame& frame)
+    {
+        return _image.UsesKorFile() || _directories.insert(frame.TiffDirectory()).second;
+    }
     /// True for a tile of a TIFF whose bytes were scanned: it need not even be asked for its size, which would move the
     /// file from directory to directory.
     bool AreKnown(CDeepZoomTile& tile) const { return !IsBinaryStore() && _places.contains(PlaceOf(tile, 0)); }
@@ -64,6 +71,7 @@ private:
     const uint64_t _sizeOfFile;
     uint64_t _numOfBytes = 0;
     std::set<CPlace> _places;
+    std::unordered_set<uint32_t> _directories; ///< of the document
 };
 
 } // namespace
@@ -170,7 +178,8 @@ bool CZelPixelFormat::MaxPixelValueOfTiles(uint64_t& maxPixelValue)
         return true;
     };
     for (const auto& [idx, frame] : _ParentZelImage.Frames())
-        if (idx.C == _Channel.ID() && !frame->DeepZoomTiles().ForEachOfLevel(0, scanTile))
+        if (idx.C == _Channel.ID() && scannedBytes.IsNew(static_cast<CZelFrame&>(*frame)) &&
+            !frame->DeepZoomTiles().ForEachOfLevel(0, scanTile))
             return false;
     maxPixelValue = scan.MaxPixelValue();
     return true;

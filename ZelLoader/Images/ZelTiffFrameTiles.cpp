@@ -74,11 +74,12 @@ uint32_t NumOfSteps(uint32_t size, uint32_t step)
     return size / step + (size % step != 0 ? 1 : 0);
 }
 
-/// A tile or strip takes some bytes of its directory at least: a small file cannot claim a million of them.
+/// A tile or strip takes some bytes of its directory at least: a small file cannot claim a million of them. Those of
+/// frames that share a directory are the same.
 void AssertThatFileHolds(uint64_t numOfTiles, CZelFrame& frame)
 {
     CZelMultiDimImage& image = frame.ParentZelImage();
-    ZEL_ASSERT(numOfTiles <= image.ParentZelImgDoc().FileSize() / image.MetaData().ImgFrames()->size());
+    ZEL_ASSERT(numOfTiles <= image.ParentZelImgDoc().FileSize() / image.NumOfDirectoriesOfFrames());
 }
 
 CTileGrid GridOfDirectory(CZelFrame& frame)
