@@ -30,7 +30,7 @@ extern "C"
     /// The bytes of a representative image of an area: its first channel in the middle of its axes. On success the
     /// caller owns *pBuffer, *punSize bytes made by new[]; on failure nothing is left to free. AC_RESULT_FAILURE: the
     /// group has no axis, or the image takes more than 256 MB.
-    AC_Result GetSampleImageBody(AC_HAREA hArea, BYTE** pBuffer, UINT64* punSize);
+    AC_Result GetSampleImageBody(AC_HAREA hArea, uint8_t** pBuffer, uint64_t* punSize);
 
     /// Releases the area and the group and closes the document; each may be NULL and is then passed over. The document
     /// is closed whatever happens before; the first failure is answered.

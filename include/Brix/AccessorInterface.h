@@ -27,8 +27,9 @@
  * Threads. Any number of threads may call at once; calls on one document wait for each other where they must. Only
  * _AC_Close needs the document for itself: no other call on that document may be on its way.
  *
- * This header reads as C99 and as C++. Where it meets another library's INT32 (some picture libraries have one of a
- * different width), include the two in different source files.
+ * This header reads as C99 and as C++. It gives four of its types short names: INT32, UINT64, UINT and BYTE. Other
+ * libraries have an INT32 of a different width (jpeglib.h has one). Define BRIX_NO_SHORT_TYPES before the header is
+ * included, and it leaves these four names out: nothing in it needs them.
  */
 
 #include <stddef.h>
@@ -51,10 +52,12 @@ extern "C"
 #pragma GCC visibility push(default)
 #endif
 
+#ifndef BRIX_NO_SHORT_TYPES
     typedef int32_t INT32;
     typedef uint64_t UINT64;
     typedef uint32_t UINT;
     typedef uint8_t BYTE;
+#endif
 
     /* Handles: a general name and, for the same thing, the plug-in's own. */
 
@@ -148,17 +151,17 @@ extern "C"
 
     typedef struct tagAC_POINT
     {
-        INT32 x;
-        INT32 y;
+        int32_t x;
+        int32_t y;
     } AC_POINT;
 
     /** A rectangle, in pixels of its level unless a function says otherwise. */
     typedef struct tagCMN_RECT
     {
-        UINT64 x;
-        UINT64 y;
-        UINT64 width;
-        UINT64 height;
+        uint64_t x;
+        uint64_t y;
+        uint64_t width;
+        uint64_t height;
     } CMN_RECT;
 
     /** One value of a property. */
@@ -167,7 +170,7 @@ extern "C"
         AC_ValueType nType; /**< tells which member of `value` holds */
         union tagAC_VALUE_UNION
         {
-            INT32 nInteger;
+            int32_t nInteger;
             double dDouble;
             const wchar_t* pszString; /**< the plug-in's own; valid until the document is closed; may be NULL */
             AC_POINT point;
@@ -187,7 +190,7 @@ extern "C"
     /** The parameters of a request. */
     typedef struct tagAC_PARAM
     {
-        INT32 nSize AC_DEFAULT(0); /**< elements at pElements; 0, as in C++ from the start: none */
+        int32_t nSize AC_DEFAULT(0); /**< elements at pElements; 0, as in C++ from the start: none */
         AC_PARAM_ELEMENT* pElements;
     } AC_PARAM;
     typedef AC_PARAM AC_PARAMS;
@@ -207,8 +210,8 @@ extern "C"
 
     typedef struct tagCMN_VERSION
     {
-        INT32 unMajor;
-        INT32 unMinor;
+        int32_t unMajor;
+        int32_t unMinor;
     } CMN_VERSION;
 
     typedef struct tagCMN_VERSION_INFO
@@ -294,7 +297,7 @@ extern "C"
     AC_Result _AC_Close(AC_HIMG_DOC hImgDoc);
 
     /** The number of groups; 0 for a document without images. AC_RESULT_INVALID_PARAM for a NULL argument. */
-    AC_Result _AC_GetNumOfGroups(AC_HIMG_DOC hImgDoc, INT32* numOfGroups);
+    AC_Result _AC_GetNumOfGroups(AC_HIMG_DOC hImgDoc, int32_t* numOfGroups);
 
     /** One group, by number from 0. AC_RESULT_INVALID_PARAM: a NULL argument, a number below 0 or beyond the last. */
     AC_Result _AC_GetGroup(AC_HIMG_DOC hImgDoc, int brixGroupID, AC_HMULTIDIMIMG* phMultiDimImg);
@@ -322,7 +325,7 @@ extern "C"
      * levelID must be below the number of levels. AC_RESULT_INVALID_PARAM for a NULL argument;
      * AC_RESULT_PROPERTY_NOT_FOUND, with 0 areas, if the document has no data for this level.
      */
-    AC_Result _AC_GetNumOfArea(AC_HMULTIDIMIMG hMultiDimImg, int levelID, INT32* numOfAreas);
+    AC_Result _AC_GetNumOfArea(AC_HMULTIDIMIMG hMultiDimImg, int levelID, int32_t* numOfAreas);
 
     /**
      * One area of a level. Areas are numbered from 0, row by row; area 0 is the upper left tile of those that exist,
@@ -332,7 +335,7 @@ extern "C"
      * AC_RESULT_INVALID_PARAM: a NULL argument, or no level of that number. AC_RESULT_FAILURE: an area number of more
      * than 32 bits, or no data for this level.
      */
-    AC_Result _AC_GetArea(AC_HMULTIDIMIMG hMultiDimImg, int levelID, UINT64 areaID, AC_HMULTIDIMTILE* phArea);
+    AC_Result _AC_GetArea(AC_HMULTIDIMIMG hMultiDimImg, int levelID, uint64_t areaID, AC_HMULTIDIMTILE* phArea);
 
     /** Frees nothing. AC_RESULT_INVALID_PARAM for NULL. */
     AC_Result _AC_ReleaseArea(AC_HMULTIDIMTILE hMultiDimTile);
@@ -386,8 +389,8 @@ extern "C"
      * AC_RESULT_INVALID_PARAM: a NULL argument, a rectangle not within the image, or a part of a compressed image.
      * AC_RESULT_FAILURE: a rectangle or buffer of more than 32 bits, or bytes that cannot be read from the store.
      */
-    AC_Result _AC_GetImageBody(AC_HTILE hDeepZoomTile, CMN_RECT* pRect, BYTE* buffer, UINT64 bufferSize,
-                               UINT64* sizeFilledOrNeeded);
+    AC_Result _AC_GetImageBody(AC_HTILE hDeepZoomTile, CMN_RECT* pRect, uint8_t* buffer, uint64_t bufferSize,
+                               uint64_t* sizeFilledOrNeeded);
 
     /** Frees nothing; the image can still be read. AC_RESULT_INVALID_PARAM for NULL. */
     AC_Result _AC_ReleaseImage(AC_HTILE hDeepZoomTile);
@@ -488,8 +491,8 @@ extern "C"
      *
      * AC_RESULT_INVALID_PARAM: a NULL argument, an unknown key, wrong parameters.
      */
-    AC_Result _AC_GetCustomData(AC_HIMG_DOC hImgDoc, wchar_t* key, const AC_PARAMS* params, BYTE* buffer,
-                                UINT64 bufferSize, UINT64* numOfElesPopulated);
+    AC_Result _AC_GetCustomData(AC_HIMG_DOC hImgDoc, wchar_t* key, const AC_PARAMS* params, uint8_t* buffer,
+                                uint64_t bufferSize, uint64_t* numOfElesPopulated);
 
     /**
      * One display property of a group, by name, as narrow text without a terminator.
@@ -500,18 +503,18 @@ extern "C"
      * AC_RESULT_INVALID_PARAM: a NULL group or name, an unknown name.
      */
     AC_Result _AC_GetGroupCustomData(AC_HMULTIDIMIMG hMultiDimImg, wchar_t* pszGroupCustomDataName,
-                                     const AC_PARAM* params, BYTE* pBuffer, UINT64 nBufferSize, UINT64* pnSize);
+                                     const AC_PARAM* params, uint8_t* pBuffer, uint64_t nBufferSize, uint64_t* pnSize);
 
     /** The thumbnail as a BMP file in memory: call with NULL to learn its size in bytes. Here too small a buffer is an
         error, AC_RESULT_INVALID_PARAM. AC_RESULT_DATA_NOT_SUPPORTED: there is none, or it is stored in a form that is
         not read. */
-    AC_Result _AC_GetThumbnailData(AC_HIMG_DOC hImgDoc, BYTE* buffer, UINT bufferSize, UINT* numOfEles);
+    AC_Result _AC_GetThumbnailData(AC_HIMG_DOC hImgDoc, uint8_t* buffer, uint32_t bufferSize, uint32_t* numOfEles);
 
     /* ---- The files of a document, by name ---- */
 
     /** The number of files a document is made of, itself included. The document is opened and closed for it, so all
        that _AC_Open answers may come back. AC_RESULT_INVALID_PARAM for a NULL argument. */
-    AC_Result _AC_GetNumOfFiles(const wchar_t* pszFileName, UINT* pnNumOfFiles);
+    AC_Result _AC_GetNumOfFiles(const wchar_t* pszFileName, uint32_t* pnNumOfFiles);
 
     /**
      * The name of one file of a document: number 0 is the document itself, by the name given.
@@ -520,8 +523,8 @@ extern "C"
      * tells the room at pszUnitFileName in bytes; too little room gives an empty text. AC_RESULT_INVALID_PARAM: a NULL
      * argument, a number beyond the last file, a document name without a dot.
      */
-    AC_Result _AC_GetFileName(const wchar_t* pszFileName, UINT nUnitNumber, wchar_t* pszUnitFileName,
-                              UINT* pnUnitFileNameSize);
+    AC_Result _AC_GetFileName(const wchar_t* pszFileName, uint32_t nUnitNumber, wchar_t* pszUnitFileName,
+                              uint32_t* pnUnitFileNameSize);
 
     /** Not supported: AC_RESULT_UNSUPPORTED_OPERATION, whatever the arguments. */
     AC_Result _AC_GetFileId(const wchar_t* pszFileName, wchar_t* pszFileId);
