@@ -45,12 +45,25 @@ install_packages()
     apt_get install -y --no-install-recommends $missing || fail "cannot install: $missing"
 }
 
+# is_of_another_checkout FOLDER: a build folder that was copied along with its checkout builds the one that it was
+# copied from.
+is_of_another_checkout()
+{
+    local home
+    home=$(sed -n 's/^CMAKE_HOME_DIRECTORY:INTERNAL=//p' "$1/CMakeCache.txt" 2> /dev/null)
+    [ -n "$home" ] && ! [ "$home" -ef "$root" ]
+}
+
 # build PRESET [TARGET...]: configures where that was not done yet, and builds the targets, or everything.
 build()
 {
     local preset=$1 folder=$root/build/$1
     shift
-    if [ ! -f "$folder/build.ninja" ]; then
+    if is_of_another_checkout "$folder"; then
+        echo "$folder came with a copy of another checkout; it is configured anew."
+        (cd "$root" && cmake --preset "$preset" --fresh --log-level=WARNING > /dev/null) ||
+            fail "cannot configure; remove $folder and try again"
+    elif [ ! -f "$folder/build.ninja" ]; then
         echo "Configuring and building ($preset); the first time takes some minutes."
         (cd "$root" && cmake --preset "$preset" --log-level=WARNING > /dev/null) ||
             fail "cannot configure; remove $folder and try again"

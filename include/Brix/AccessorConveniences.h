@@ -31,7 +31,7 @@ extern "C"
     /// caller owns *pBuffer, *punSize bytes made by new[]; on failure nothing is left to free, and *punSize is the size
     /// of the image when that was known. AC_RESULT_FAILURE: the group has no axis, or the image claims more than 256 MB
     /// and more than the document and the group's store have together.
-    AC_Result GetSampleImageBody(AC_HAREA hArea, BYTE** pBuffer, UINT64* punSize);
+    AC_Result GetSampleImageBody(AC_HAREA hArea, uint8_t** pBuffer, uint64_t* punSize);
 
     /// Releases the area and the group and closes the document; each may be NULL and is then passed over. The document
     /// is closed whatever happens before; the first failure is answered.

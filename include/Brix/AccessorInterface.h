@@ -24,11 +24,28 @@
  * Results. Any function may answer AC_RESULT_FAILURE when the file breaks a rule of its format; the log tells which.
  * Unless a function says otherwise, what its out pointers point at is untouched after a failure.
  *
+ * The end of the process. A few kinds of data cannot be survived, by design of the format: the plug-in then logs
+ * "abort() called." and calls abort(), so the process ends by SIGABRT and no result comes back. They are:
+ *
+ *   - on opening: a field of a type that is not known, a volume with a name, a stack in a binary store that the display
+ *     flow hides, channels that do not fit their count;
+ *   - by _AC_GetImage: frames for all channels at once where channels are not the last dimension;
+ *   - by "ChannelInfo", and whatever else asks what a channel's pixels are: a compression, sample format or component
+ *     type that is not read, a palette, a colour space or size of pixels without a name here;
+ *   - by "AnalysisROIList": regions of interest of a version or of a shape class that is not read;
+ *   - by _AC_GetImageBody: tiles of a TIFF directory in JPEG whose tables stand apart;
+ *   - by _AC_GetThumbnailData: a compression that is not read.
+ *
+ * A document may hold one on purpose. So a host that opens files of unknown origin asks in a child process first for
+ * all that it is going to ask for, and goes on when the child ends well: docs/host.md shows one. Why a document was
+ * refused, and why a process ended, tells the log: set ZEL_LOG to "stderr" or to the name of a file (docs/host.md).
+ *
  * Threads. Any number of threads may call at once; calls on one document wait for each other where they must. Only
  * _AC_Close needs the document for itself: no other call on that document may be on its way.
  *
- * This header reads as C99 and as C++. Where it meets another library's INT32 (some picture libraries have one of a
- * different width), include the two in different source files.
+ * This header reads as C99 and as C++. It gives four of its types short names: INT32, UINT64, UINT and BYTE. Other
+ * libraries have an INT32 of a different width (jpeglib.h has one). Define BRIX_NO_SHORT_TYPES before the header is
+ * included, and it leaves these four names out: nothing in it needs them.
  */
 
 #include <stddef.h>
@@ -51,10 +68,12 @@ extern "C"
 #pragma GCC visibility push(default)
 #endif
 
+#ifndef BRIX_NO_SHORT_TYPES
     typedef int32_t INT32;
     typedef uint64_t UINT64;
     typedef uint32_t UINT;
     typedef uint8_t BYTE;
+#endif
 
     /* Handles: a general name and, for the same thing, the plug-in's own. */
 
@@ -148,17 +167,17 @@ extern "C"
 
     typedef struct tagAC_POINT
     {
-        INT32 x;
-        INT32 y;
+        int32_t x;
+        int32_t y;
     } AC_POINT;
 
     /** A rectangle, in pixels of its level unless a function says otherwise. */
     typedef struct tagCMN_RECT
     {
-        UINT64 x;
-        UINT64 y;
-        UINT64 width;
-        UINT64 height;
+        uint64_t x;
+        uint64_t y;
+        uint64_t width;
+        uint64_t height;
     } CMN_RECT;
 
     /** One value of a property. */
@@ -167,7 +186,7 @@ extern "C"
         AC_ValueType nType; /**< tells which member of `value` holds */
         union tagAC_VALUE_UNION
         {
-            INT32 nInteger;
+            int32_t nInteger;
             double dDouble;
             const wchar_t* pszString; /**< the plug-in's own; valid until the document is closed; may be NULL */
             AC_POINT point;
@@ -176,8 +195,9 @@ extern "C"
     } AC_VALUE;
     typedef AC_VALUE AC_VALUE_WITH_TYPE;
 
-    /** One named parameter of a request. What pValue points at depends on the key of the request: a wide text for those
-        that name a channel, an axis or a region, an int for all others. */
+    /** One named parameter of a request. pValue points at a wide text: each parameter that this header names is one,
+       also where it holds a number. Any other key of a property set takes none; where one is given all the same, an int
+       is read there. */
     typedef struct tagAC_PARAM_ELEMENT
     {
         const wchar_t* pszKey;
@@ -187,7 +207,7 @@ extern "C"
     /** The parameters of a request. */
     typedef struct tagAC_PARAM
     {
-        INT32 nSize AC_DEFAULT(0); /**< elements at pElements; 0, as in C++ from the start: none */
+        int32_t nSize AC_DEFAULT(0); /**< elements at pElements; 0, as in C++ from the start: none */
         AC_PARAM_ELEMENT* pElements;
     } AC_PARAM;
     typedef AC_PARAM AC_PARAMS;
@@ -207,8 +227,8 @@ extern "C"
 
     typedef struct tagCMN_VERSION
     {
-        INT32 unMajor;
-        INT32 unMinor;
+        int32_t unMajor;
+        int32_t unMinor;
     } CMN_VERSION;
 
     typedef struct tagCMN_VERSION_INFO
@@ -294,7 +314,7 @@ extern "C"
     AC_Result _AC_Close(AC_HIMG_DOC hImgDoc);
 
     /** The number of groups; 0 for a document without images. AC_RESULT_INVALID_PARAM for a NULL argument. */
-    AC_Result _AC_GetNumOfGroups(AC_HIMG_DOC hImgDoc, INT32* numOfGroups);
+    AC_Result _AC_GetNumOfGroups(AC_HIMG_DOC hImgDoc, int32_t* numOfGroups);
 
     /** One group, by number from 0. AC_RESULT_INVALID_PARAM: a NULL argument, a number below 0 or beyond the last. */
     AC_Result _AC_GetGroup(AC_HIMG_DOC hImgDoc, int brixGroupID, AC_HMULTIDIMIMG* phMultiDimImg);
@@ -322,7 +342,7 @@ extern "C"
      * levelID must be below the number of levels. AC_RESULT_INVALID_PARAM for a NULL argument;
      * AC_RESULT_PROPERTY_NOT_FOUND, with 0 areas, if the document has no data for this level.
      */
-    AC_Result _AC_GetNumOfArea(AC_HMULTIDIMIMG hMultiDimImg, int levelID, INT32* numOfAreas);
+    AC_Result _AC_GetNumOfArea(AC_HMULTIDIMIMG hMultiDimImg, int levelID, int32_t* numOfAreas);
 
     /**
      * One area of a level. Areas are numbered from 0, row by row; area 0 is the upper left tile of those that exist,
@@ -332,7 +352,7 @@ extern "C"
      * AC_RESULT_INVALID_PARAM: a NULL argument, or no level of that number. AC_RESULT_FAILURE: an area number of more
      * than 32 bits, or no data for this level.
      */
-    AC_Result _AC_GetArea(AC_HMULTIDIMIMG hMultiDimImg, int levelID, UINT64 areaID, AC_HMULTIDIMTILE* phArea);
+    AC_Result _AC_GetArea(AC_HMULTIDIMIMG hMultiDimImg, int levelID, uint64_t areaID, AC_HMULTIDIMTILE* phArea);
 
     /** Frees nothing. AC_RESULT_INVALID_PARAM for NULL. */
     AC_Result _AC_ReleaseArea(AC_HMULTIDIMTILE hMultiDimTile);
@@ -375,9 +395,9 @@ extern "C"
 
     /**
      * The bytes of an image. A compressed one (see "format" of "ChannelInfo") is handed over as it is stored, whole:
-     * the bytes are a JPEG, JPEG 2000, PNG or BMP stream. A JPEG stream of a TIFF store may keep its tables apart: they
-     * are "JpegTables" of _AC_GetFrameProperty. Of a raw one any rectangle is served: its rows from top to bottom,
-     * without padding, each pixel with its components side by side, little-endian.
+     * the bytes are a JPEG, JPEG 2000, PNG or BMP stream. It is whole: tables that a TIFF directory keeps apart from
+     * its JPEG strips are put into it. Of a raw one any rectangle is served: its rows from top to bottom, without
+     * padding, each pixel with its components side by side, little-endian.
      *
      * pRect: what to read, in pixels of the image; all four fields 0 for the whole image.
      * buffer, bufferSize: where to; NULL and 0, or a size that is too small, only ask for the size, and nothing is
@@ -386,8 +406,8 @@ extern "C"
      * AC_RESULT_INVALID_PARAM: a NULL argument, a rectangle not within the image, or a part of a compressed image.
      * AC_RESULT_FAILURE: a rectangle or buffer of more than 32 bits, or bytes that cannot be read from the store.
      */
-    AC_Result _AC_GetImageBody(AC_HTILE hDeepZoomTile, CMN_RECT* pRect, BYTE* buffer, UINT64 bufferSize,
-                               UINT64* sizeFilledOrNeeded);
+    AC_Result _AC_GetImageBody(AC_HTILE hDeepZoomTile, CMN_RECT* pRect, uint8_t* buffer, uint64_t bufferSize,
+                               uint64_t* sizeFilledOrNeeded);
 
     /** Frees nothing; the image can still be read. AC_RESULT_INVALID_PARAM for NULL. */
     AC_Result _AC_ReleaseImage(AC_HTILE hDeepZoomTile);
@@ -415,30 +435,115 @@ extern "C"
 
     /* ---- Properties ---- */
 
+    /*
+     * The property sets, each with its parameters and keys. A key has one value of its type; "texts" and "points" have
+     * any number, also 0. Where a text does not say what it is, it is for people, and may be "" when the document does
+     * not tell. A key that the document may leave out says so.
+     *
+     * Sets of _AC_GetAreaProperty:
+     *
+     * "SystemInfo" of the document
+     *     name           text     the microscope
+     *     version        text     that of the microscope and the build of the program that wrote: "2.1 (Build 1)"
+     *     deviceName     text     always ""
+     *     userName       text     the author
+     * "UserComment" of the document
+     *     comment        text     about the document
+     * "IdInfo" of the document
+     *     familyId       text     what the document has in common with others
+     * "GroupName" of the group
+     *     name           text     never ""
+     * "CreationDateTime" of the group
+     *     dateTime       text     that of the document, else that of the group, in UTC: "2024-02-29T12:00:00+00:00"
+     * "UpdateDateTime" of the group
+     *     dateTime       text     that of the document's last change, else that of the group's creation
+     *     dataTime       text     the same: misspelled once, and kept
+     * "WorkInfo" of the group
+     *     name           text     of the experiment; left out if not told
+     *     sampleName     text     left out if not told
+     *     sampleComment  text     left out if not told
+     * "EnabledChannelIdList" of the group
+     *     id             texts    the channels, in ascending order; at least one
+     * "ImageChannelIdList" of the group, with channelId
+     *     id             text     that channel; no such channel is AC_RESULT_INVALID_PARAM
+     * "ChannelInfo" of the group, with channelId
+     *     name           text     of the channel
+     *     depth          integer  bytes of a pixel, all its components together
+     *     bitCount       integer  bits that the largest value uses; -1 if that is not known
+     *     format         text     how an image's bytes are packed, one of "RAW" "JPEG" "J2K" "PNG" "BMP"
+     *     compression    text     one of "NONE", whatever the compression: that is told by format
+     *     colorSpace     text     one of "GRAYSCALE" "RGB" "BGR"
+     * "LUTInfo" of the group, with channelId and, if wanted, planeName ("all")
+     *     shadow         integer  the value that is shown as black, at least 0
+     *     highlight      integer  the value that is shown at its brightest, at most 255 for depth 1, else 65535
+     * "Axes" of the group
+     *     axisName       texts    those with several positions, one of "ZSTACK" "TIMELAPSE" "LAMBDA"
+     * "AxisInfo" of the group, with axisName
+     *     start          double   the first position, in micrometres (Z), seconds (time) or nanometres (lambda)
+     *     end            double   the last position, likewise
+     *     step           double   from one position to the next, likewise; 0 where they are not evenly spaced
+     *     maxSize        integer  how many positions there are
+     *     units          text     one of "10^-6m^1" (Z) "10^-9m^1" (lambda); NULL for time
+     * "ObjectiveLensInfo" of the group
+     *     name           text     of the lens
+     *     magnification  double   as 20 for "20x"; 0 if not told
+     *     immersion      text     one of "empty" "air" "water" "oil" "glycerol" "silicone" "oil_special" "unknown"
+     *                             "HYALIDE-K9" "glycerol_100" ""
+     *     na             double   numerical aperture; 0 if not told
+     *     wd             double   working distance, in millimetres; 0 if not told
+     *     refraction     double   refractive index of the immersion; 0 if not told
+     * "XYStagePosition" of the group
+     *     position       point    in nanometres
+     * "AnalysisROIList" of the group
+     *     id             texts    the regions of interest
+     * "ImagingROIList" of the group
+     *     id             texts    always none, so "ImagingROIInfo" always answers AC_RESULT_FAILURE
+     * "PixelLength" of the level
+     *     xLength        double   the width of a pixel of this level, in micrometres; 0 if not calibrated
+     *     yLength        double   its height, likewise
+     * "ImageSize" of the area
+     *     size           point    width and height of an image, in pixels
+     * "AnalysisROIInfo" of the area, with roiId
+     *     name           text     of the region
+     *     type           text     one of "CLIP" (a surface) "LINE" "POINT"
+     *     shape          text     one of "POLYGON" "ELLIPSE" "LINE" "POINT"
+     *     rotation       double   always 0: the points are turned already
+     *     data           points   the vertices, in pixels of the level from the area's upper left corner; of an ellipse
+     *                             the corners of the rectangle around it, in order, which may be turned
+     *
+     * Sets of _AC_GetFrameProperty:
+     *
+     * "AxisPosition" of the image, with axisName
+     *     position       double   in micrometres (Z), milliseconds (time) or nanometres (lambda)
+     * "JpegTables" of the image
+     *     bufPtr         bytes    typed AC_VT_STRING, yet no text: pszString is where `bufSize` bytes begin, without a
+     *                             terminator, the plug-in's own until the document is closed
+     *     bufSize        integer  the number of bytes
+     * "StimulationROIList" of the image
+     *     id             texts    always none, so "StimulationROIInfo" always answers AC_RESULT_FAILURE
+     *
+     * The parameters: channelId is a channel as "EnabledChannelIdList" lists it, axisName one of "ZSTACK", "TIMELAPSE"
+     * and "LAMBDA", in full, roiId a region as "AnalysisROIList" lists it.
+     */
+
     /**
-     * A property set of an area, or of the level, group or document above it: the key decides. To ask for a group's
-     * property, ask any area of that group.
+     * A property set of an area, or of the level, group or document above it: the key decides, see the table. To ask
+     * for a group's property, ask any area of that group; for a document's, any area.
      *
-     *   of the document   "SystemInfo" "UserComment" "IdInfo"
-     *   of the group      "GroupName" "EnabledChannelIdList" "ImageChannelIdList" (channelId) "ChannelInfo" (channelId)
-     *                     "Axes" "AxisInfo" (axisName) "ObjectiveLensInfo" "XYStagePosition" "CreationDateTime"
-     *                     "UpdateDateTime" "WorkInfo" "LUTInfo" (channelId, planeName) "AnalysisROIList"
-     *                     "ImagingROIList" "ImagingROIInfo"
-     *   of the level      "PixelLength"
-     *   of the area       "ImageSize" "AnalysisROIInfo" (roiId)
-     *
-     * propsetParams: the named parameters that stand in brackets above, each a wide text; NULL for a key without any.
+     * propsetParams: the parameters that the table names, each a wide text; NULL for a key without any. A key with
+     * parameters must not get NULL.
      * phPropset: gets the set, which lives until the document is closed; the same request answers the same set.
      *
      * AC_RESULT_INVALID_PARAM: a NULL argument, an unknown key, a wrong parameter. AC_RESULT_PROPERTY_NOT_FOUND: the
-     * document does not tell. AC_RESULT_FAILURE: parameters for a key that takes none, or a rule of the format is
+     * document does not tell (lens, stage position, another planeName). AC_RESULT_ILLEGAL_STATE: display limits of
+     * pixels that have none. AC_RESULT_FAILURE: parameters for a key that takes none, or a rule of the format is
      * broken.
      */
     AC_Result _AC_GetAreaProperty(AC_HMULTIDIMTILE hMultiDimTile, const wchar_t* propsetKey,
                                   const AC_PARAMS* propsetParams, AC_HPROPSET* phPropset);
 
-    /** A property set of an image: "AxisPosition" (axisName), "JpegTables", "StimulationROIList", "StimulationROIInfo".
-        Otherwise as _AC_GetAreaProperty. */
+    /** A property set of an image; otherwise as _AC_GetAreaProperty. AC_RESULT_ILLEGAL_STATE: "JpegTables" of an image
+        that is not a JPEG with tables apart. */
     AC_Result _AC_GetFrameProperty(AC_HTILE hDeepZoomTile, const wchar_t* propsetKey, const AC_PARAMS* propsetParams,
                                    AC_HPROPSET* phPropset);
 
@@ -482,36 +587,72 @@ extern "C"
     /**
      * One item of custom data, by the two-call protocol in bytes; 0 bytes if the document does not have it.
      *
-     *   "SlideImage"             the overview picture of the whole slide, as stored; no parameters (a record of size 0)
-     *   "CroppedLevelImageSize"  four signed 32-bit numbers: x, y, width, height; parameters "groupId" and "levelId",
-     * in this order, as decimal texts
+     * Items of _AC_GetCustomData:
      *
-     * AC_RESULT_INVALID_PARAM: a NULL argument, an unknown key, wrong parameters.
+     * "CroppedLevelImageSize" of the document, with groupId and levelId
+     *     data           integers  four of 32 bits with a sign: x and y, then width and height of the picture of a
+     *                              level, in its pixels, without what its outermost tiles have too much
+     * "SlideImage" of the document
+     *     data           bytes     the overview picture of the whole slide: a picture file, as stored
+     *
+     * params: must not be NULL; a record of size 0 where there are no parameters. groupId and levelId stand in this
+     * order and are decimal texts; a level is one that the group has.
+     *
+     * AC_RESULT_INVALID_PARAM: a NULL argument, an unknown key, wrong parameters. AC_RESULT_FAILURE: no such group.
      */
-    AC_Result _AC_GetCustomData(AC_HIMG_DOC hImgDoc, wchar_t* key, const AC_PARAMS* params, BYTE* buffer,
-                                UINT64 bufferSize, UINT64* numOfElesPopulated);
+    AC_Result _AC_GetCustomData(AC_HIMG_DOC hImgDoc, wchar_t* key, const AC_PARAMS* params, uint8_t* buffer,
+                                uint64_t bufferSize, uint64_t* numOfElesPopulated);
 
     /**
-     * One display property of a group, by name, as narrow text without a terminator.
+     * One display property of a group, by name, as narrow text without a terminator; numbers are decimal.
      *
-     * Unlike everywhere else nBufferSize is not looked at: first call with pBuffer NULL to learn the size in bytes.
+     * Texts of _AC_GetGroupCustomData, first those of the group itself:
+     *
+     * "ZEL_GroupType"             what kind of picture it is, one of "Default image" "Overview image" "Sample mask"
+     *                             "Focus image" "EFI sharpness map" "EFI height map" "EFI texture map" "EFI stack"
+     *                             "Macro image" "Review Mode"
+     *                             "Vector layer holding shapes showing x / y / z focus positions"
+     *                             "FFT or DFT transformed grayscale image" "Kymogram" "Maximum intensity projection"
+     *                             "Unknown"
+     * "ZEL_GroupOrder"            the number of its layer among those that are shown, from 0 at the bottom; "-1" for a
+     *                             layer that is hidden; "" without a layer
+     * "ZEL_GroupRenderOperation"  the number of the way in which it is drawn over the layers below it; "0" if not told
+     * "ZEL_GroupTransparency"     a number; "1" if not told
+     * "ZEL_GroupFrameOrigin"      where the picture begins: "x,y" in the units below
+     * "ZEL_GroupFrameScale"       the size of a pixel: "x,y" in the units below
+     * "ZEL_GroupFrameUnit"        one of "MILLIMETER" "MICROMETER" "NANOMETER" "PICOMETER" "PIXEL"
+     * "ZEL_GroupFrameYUnit"       one of "MILLIMETER" "MICROMETER" "NANOMETER" "PICOMETER" "PIXEL"
+     * "ZEL_GroupAxis0"            one of "X" "Y" "Z" "T" "L" "Channel" "Phase" "Undefined" "Invalid"
+     * "ZEL_GroupAxis1"            one of "X" "Y" "Z" "T" "L" "Channel" "Phase" "Undefined" "Invalid"
+     * "ZEL_GroupExposureTime"     a whole number of the microscope's unit: the format names none
+     *
+     * Those of the document's display, the same for all groups:
+     *
+     * "ZEL_GroupPlaneUnit"        one of "MILLIMETER" "MICROMETER" "NANOMETER" "PICOMETER" "PIXEL"
+     * "ZEL_GroupPlaneYUnit"       one of "MILLIMETER" "MICROMETER" "NANOMETER" "PICOMETER" "PIXEL"
+     * "ZEL_GroupPlaneOrigin"      where the display begins: "x,y" in the units above
+     * "ZEL_GroupPlaneScale"       the size of a pixel of it: "x,y" in the units above
+     * "ZEL_GroupPlaneSize"        its rectangle: "left,top,right,bottom" in pixels
+     *
+     * Unlike everywhere else nBufferSize is not looked at: first call with pBuffer NULL to learn the size in bytes. Let
+     * *pnSize be 0 before: a document without a display leaves it as it is where the unit of the plane is asked for.
      * params is needed for "ZEL_GroupExposureTime" only, whose first element's value is the channel as decimal text.
      * AC_RESULT_PROPERTY_NOT_FOUND: the document does not tell. AC_RESULT_FAILURE: it holds a text without a name here.
      * AC_RESULT_INVALID_PARAM: a NULL group or name, an unknown name.
      */
     AC_Result _AC_GetGroupCustomData(AC_HMULTIDIMIMG hMultiDimImg, wchar_t* pszGroupCustomDataName,
-                                     const AC_PARAM* params, BYTE* pBuffer, UINT64 nBufferSize, UINT64* pnSize);
+                                     const AC_PARAM* params, uint8_t* pBuffer, uint64_t nBufferSize, uint64_t* pnSize);
 
     /** The thumbnail as a BMP file in memory: call with NULL to learn its size in bytes. Here too small a buffer is an
         error, AC_RESULT_INVALID_PARAM. AC_RESULT_DATA_NOT_SUPPORTED: there is none, or it is stored in a form that is
         not read. */
-    AC_Result _AC_GetThumbnailData(AC_HIMG_DOC hImgDoc, BYTE* buffer, UINT bufferSize, UINT* numOfEles);
+    AC_Result _AC_GetThumbnailData(AC_HIMG_DOC hImgDoc, uint8_t* buffer, uint32_t bufferSize, uint32_t* numOfEles);
 
     /* ---- The files of a document, by name ---- */
 
     /** The number of files a document is made of, itself included. The document is opened and closed for it, so all
        that _AC_Open answers may come back. AC_RESULT_INVALID_PARAM for a NULL argument. */
-    AC_Result _AC_GetNumOfFiles(const wchar_t* pszFileName, UINT* pnNumOfFiles);
+    AC_Result _AC_GetNumOfFiles(const wchar_t* pszFileName, uint32_t* pnNumOfFiles);
 
     /**
      * The name of one file of a document: number 0 is the document itself, by the name given.
@@ -520,8 +661,8 @@ extern "C"
      * tells the room at pszUnitFileName in bytes; too little room gives an empty text. AC_RESULT_INVALID_PARAM: a NULL
      * argument, a number beyond the last file, a document name without a dot.
      */
-    AC_Result _AC_GetFileName(const wchar_t* pszFileName, UINT nUnitNumber, wchar_t* pszUnitFileName,
-                              UINT* pnUnitFileNameSize);
+    AC_Result _AC_GetFileName(const wchar_t* pszFileName, uint32_t nUnitNumber, wchar_t* pszUnitFileName,
+                              uint32_t* pnUnitFileNameSize);
 
     /** Not supported: AC_RESULT_UNSUPPORTED_OPERATION, whatever the arguments. */
     AC_Result _AC_GetFileId(const wchar_t* pszFileName, wchar_t* pszFileId);
