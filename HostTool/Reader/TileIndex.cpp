@@ -98,7 +98,7 @@ void CGroupIndex::ReadTiffStore(Zel::CZelMultiDimImage& image)
     _SizeOfFile = store.FileSize();
     _IsTiff = true;
     // Planes whose directory isn't there have no tiles to list, however many of them the XML names.
-    const uint32_t numOfDirectories = CIA::TIFFNumberOfDirectories(store.AssertedTiffFilePtr());
+    const uint32_t numOfDirectories = CIA::TIFFNumberOfDirectories(store.TiffFilePtr());
     for (const Zel::CTiffStoreLevel& level : store.TiffStoreLevels())
         for (size_t plane = 0; plane < level.Planes.size(); ++plane)
             if (level.TiffIfd(plane) < numOfDirectories)

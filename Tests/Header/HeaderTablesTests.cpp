@@ -29,7 +29,8 @@ std::vector<Fuzzing::CSampleSlide> Samples()
                                                               .PlaneScale = {{0.5, 0.5}},
                                                               .PlaneRect = {{0, 0, 16, 16}}}))});
     samples.push_back(
-        {"tables", Document().With(small().InDocument(Stack::OneStrip).TiffCompression(7).JpegTables({1, 2, 3, 4, 5}))});
+        {"tables",
+         Document().With(small().InDocument(Stack::OneStrip).TiffCompression(7).JpegTables({1, 2, 3, 4, 5}))});
     return samples;
 }
 

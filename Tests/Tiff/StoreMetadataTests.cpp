@@ -2,6 +2,8 @@
 
 #include "Tests/Tiff/TiffSlide.h"
 
+#include <malloc.h>
+
 using namespace TiffOfTest;
 
 namespace
@@ -207,6 +209,20 @@ TEST_F(TiffStoreRecords, OfDirectoriesThatAreNotThereCostNothingHoweverMany)
                 Stack(1));
     EXPECT_EQ(NumOfAreas(Group(), 0), static_cast<int>(many));
     EXPECT_EQ(ResultOfBody(Tile(0, 7)), AC_RESULT_SUCCESS);
+}
+
+TEST_F(TiffStoreRecords, ThatAreWalkedTakeMemoryOneByOne)
+{
+    constexpr uint32_t many = 20000;
+    OpenWithXml(Ome({OmeImage("1", std::vector<std::string>(many, AnyPlane))}), {CTiffDirectory(1, many).Strips(1)},
+                Stack(1));
+    const AC_HAREA last = Area(Group(), 0, many - 1);
+    Image(last);
+    const size_t before = mallinfo2().uordblks;
+    for (uint32_t plane = 1; plane < many; ++plane)
+        ASSERT_NE(NextImage(last), nullptr);
+    EXPECT_EQ(NextImage(last), nullptr);
+    EXPECT_LT(mallinfo2().uordblks - before, size_t{many} * 256);
 }
 
 TEST_F(TiffStoreRecords, BeginAnewWithTheFirstDirectoryAfterTheLastNumber)

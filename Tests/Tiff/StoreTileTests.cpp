@@ -1,5 +1,6 @@
 // The bytes of tiles and strips that lie in a TIFF store.
 
+#include "Tests/Properties/PropertySets.h"
 #include "Tests/Tiff/TiffSlide.h"
 
 using namespace TiffOfTest;
@@ -76,6 +77,37 @@ TEST_F(TiffStoreTile, HasTheJpegTablesOfTheDirectoryThatWasGoneToLast)
         EXPECT_EQ(RectOf(Tile(level, 0)).width, 16u);
     const auto tablesOfFrame = Model().Frames().begin()->second->JpegTables();
     EXPECT_EQ(ByteString(tablesOfFrame.Arr, tablesOfFrame.Arr + tablesOfFrame.Size), tables[0]);
+}
+
+TEST_F(TiffStoreTile, IsCutByThePixelsOfItsOwnDirectory)
+{
+    CTiffDirectory first = CTiffDirectory(16, 16).Description(Ome({OmeImage("1", {"TheC=\"0\"", "TheC=\"1\""})}));
+    const CTiffDirectory second = CTiffDirectory(16, 16).Bits(16);
+    Open(StoreOf(Stack(1).Size(16, 16).Channels(2), {first, second}));
+    const CMN_RECT part = {2, 3, 4, 4};
+    EXPECT_EQ(BodyOf(Tile(0, 0, L"1"), part), Cut(second.StripOrTile(0), 16, 2, part));
+}
+
+TEST_F(TiffStoreTile, WhoseDirectoryIsNotThereHasNoSizeOfAPart)
+{
+    CTiffDirectory only = CTiffDirectory(16, 16).Description(Ome({OmeImage("1", {"TheC=\"0\"", "TheC=\"1\""})}));
+    Open(StoreOf(Stack(1).Size(16, 16).Channels(2), {only}));
+    CMN_RECT part = {2, 3, 4, 4};
+    UINT64 size = 0;
+    EXPECT_EQ(Call(_AC_GetImageBody, Tile(0, 0, L"1"), &part, nullptr, UINT64{0}, &size), AC_RESULT_FAILURE);
+}
+
+TEST_F(TiffStoreTile, WhoseDirectoryIsNotThereLeavesTheStoreOnTheOneBefore)
+{
+    const auto plane = [](int number) { return "TheC=\"" + std::to_string(number) + "\""; };
+    CTiffDirectory raw = CTiffDirectory(16, 16).Description(Ome({OmeImage("1", {plane(0), plane(1), plane(2)})}));
+    Open(StoreOf(Stack(1).Size(16, 16).Channels(3), {raw, CTiffDirectory(16, 16).Compression(CompressionJ2k)}));
+    UINT64 size = 0;
+    CMN_RECT whole = {};
+    EXPECT_EQ(Call(_AC_GetImageBody, Tile(0, 0, L"1"), &whole, nullptr, UINT64{0}, &size), AC_RESULT_SUCCESS);
+    EXPECT_EQ(RectOf(Tile(0, 0, L"2")).width, 16u); // back on directory 0, which tells how large tiles are
+    EXPECT_EQ(Call(_AC_GetImageBody, Tile(0, 0, L"2"), &whole, nullptr, UINT64{0}, &size), AC_RESULT_FAILURE);
+    EXPECT_EQ(ToldByArea(Area(Group(), 0, 0), L"ChannelInfo", {{L"channelId", L"2"}}).at("format").front(), "text RAW");
 }
 
 TEST_F(TiffStoreTile, ThatIsStoredShorterIsFilledWithZeros)

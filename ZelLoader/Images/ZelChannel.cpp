@@ -71,7 +71,7 @@ bool CZelChannel::CompressionType_init(PixelFrameCompressionType::E& varToInit)
     {
         CKorFile* korFile = _ParentZelImage.KorFile();
         ZEL_ASSERT(korFile);
-        varToInit = korFile->IsOmeType() ? GetPixelFrameCompressionTypeOfCurrentTiffIfd(korFile->AssertedTiffFilePtr())
+        varToInit = korFile->IsOmeType() ? GetPixelFrameCompressionTypeOfCurrentTiffIfd(korFile->TiffFilePtr())
                                          : CompressionOfStore(korFile->AdditionalHeader().CompressionFormat());
         return true;
     }

@@ -137,15 +137,19 @@ uint32_t CZelMultiDimImage::TileHeightInDocument()
 
 uint32_t CZelMultiDimImage::TileWidthInTiffStore(CKorFile& korFile, uint32_t directory)
 {
+    const uint32_t width =
+        KeptFor(_TileWidthsByDirectory, directory, [&] { return TileWidth(korFile.TiffFilePtrSetTo(directory)); });
     korFile.GoToTiffDirectory(directory);
-    return KeptFor(_TileWidthsByDirectory, directory, [&] { return TileWidth(korFile.TiffFilePtrSetTo(directory)); });
+    return width;
 }
 
 uint32_t CZelMultiDimImage::TileHeightInTiffStore(CKorFile& korFile, uint32_t directory)
 {
+    const uint32_t height =
+        KeptFor(_TileHeightsByDirectory, directory,
+                [&] { return TileHeight(korFile.TiffFilePtrSetTo(directory), StripHeightInStore); });
     korFile.GoToTiffDirectory(directory);
-    return KeptFor(_TileHeightsByDirectory, directory,
-                   [&] { return TileHeight(korFile.TiffFilePtrSetTo(directory), StripHeightInStore); });
+    return height;
 }
 
 TIFF* CZelMultiDimImage::TiffFilePtrSetToIfdOf1stFrame()

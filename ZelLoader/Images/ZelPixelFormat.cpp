@@ -16,7 +16,7 @@ CZelPixelFormat::CSource CZelPixelFormat::Source()
         CKorFile* korFile = _ParentZelImage.KorFile();
         ZEL_ASSERT(korFile);
         if (korFile->IsOmeType())
-            return {nullptr, korFile->AssertedTiffFilePtr(), true};
+            return {nullptr, korFile->TiffFilePtr(), true};
         return {&korFile->AdditionalHeader(), nullptr, false};
     }
     if (_ParentZelImage.IsKorFileMissing())

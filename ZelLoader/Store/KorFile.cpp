@@ -201,23 +201,10 @@ uint64_t CKorFile::MaxNumOfFramesWithTiles() const
     return _KorTiles.Size() + numOfPlanes;
 }
 
-TIFF* CKorFile::TiffFilePtr()
-{
-    return _TiffDirectory ? _AsTiff.SetDirectory(*_TiffDirectory) : _AsTiff.TiffFilePtr();
-}
-
 TIFF* CKorFile::TiffFilePtrSetTo(uint32_t directory)
 {
-    _TiffDirectory.reset(); // a directory that is not there is not tried again
     TIFF* tif = _AsTiff.SetDirectory(directory);
     _TiffDirectory = directory;
-    return tif;
-}
-
-TIFF* CKorFile::AssertedTiffFilePtr()
-{
-    TIFF* tif = TiffFilePtr();
-    ZEL_ASSERT(tif);
     return tif;
 }
 

@@ -6,7 +6,6 @@
 #include "ZelLoader/Store/KorTiles.h"
 #include "ZelLoader/Store/TiffStoreTiles.h"
 
-#include <optional>
 #include <vector>
 
 namespace Zel
@@ -49,10 +48,9 @@ public:
     /// More frames than this cannot have a tile of their own.
     uint64_t MaxNumOfFramesWithTiles() const;
 
-    /// A TIFF store as libtiff reads it, standing on the directory that was gone to last; null when it is no TIFF.
-    TIFF* TiffFilePtr();
-    TIFF* AssertedTiffFilePtr();
-    /// The same, standing on a directory.
+    /// A TIFF store as libtiff reads it, standing on the directory that was gone to last; at first on directory 0.
+    TIFF* TiffFilePtr() { return _AsTiff.SetDirectory(_TiffDirectory); }
+    /// The same, standing on another directory. Where that is not there, it stays on the one before.
     TIFF* TiffFilePtrSetTo(uint32_t directory);
     /// Goes to a directory that is there, when the handle is asked for next: what was read from it before is kept, but
     /// tables and formats are those of the directory that was gone to last.
@@ -81,7 +79,7 @@ private:
     CKorTileLevels _KorTileLevels;
     std::vector<CTiffStoreLevel> _TiffStoreLevels;
     CTiffImageDoc _AsTiff;
-    std::optional<uint32_t> _TiffDirectory;
+    uint32_t _TiffDirectory = 0;
 };
 
 } // namespace Zel

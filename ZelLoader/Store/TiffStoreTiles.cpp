@@ -1,10 +1,10 @@
 #include "ZelLoader/Store/TiffStoreTiles.h"
 
-#include "CommonUtil/PagedObjects.h"
 #include "ZelLoader/Images/ZelFrame.h"
 #include "ZelLoader/Store/ZelTiffStoreTile.h"
 
 #include <algorithm>
+#include <map>
 
 namespace Zel
 {
@@ -12,15 +12,11 @@ namespace Zel
 namespace
 {
 
-/// A plane of a frame, with the tiles that were asked for.
+/// A plane of a frame.
 struct CPlaneOfFrame
 {
-    CPlaneOfFrame(const CTiffStoreLevel& level, uint32_t number) : Level(&level), Number(number) {}
-
     const CTiffStoreLevel* Level;
     uint32_t Number;
-    /// By position. Null while no tile was asked for: a file can name many planes for one frame.
-    std::unique_ptr<CPagedObjects<CZelTiffStoreTile>> Tiles;
 };
 
 class CTilesOfPlanes : public CTiffStoreFrameTiles
@@ -32,7 +28,7 @@ public:
         {
             if (_FirstOfLevels.empty() || _Planes.back().Level != plane.Level)
                 _FirstOfLevels.push_back(_Planes.size());
-            _Planes.emplace_back(*plane.Level, plane.Number);
+            _Planes.push_back({plane.Level, plane.Number});
         }
     }
 
@@ -57,6 +53,9 @@ private:
     CZelFrame& _Frame;
     std::vector<CPlaneOfFrame> _Planes; ///< by level, then in the order of the file
     std::vector<size_t> _FirstOfLevels; ///< where the planes of each level begin
+    /// Those that were asked for, by place among the planes and position. One by one: the walk over the file goes from
+    /// plane to plane at one position, and a file can name many planes of many positions.
+    std::map<std::pair<size_t, uint32_t>, CZelTiffStoreTile> _Tiles;
 };
 
 std::optional<size_t> CTilesOfPlanes::FindLevel(uint32_t level) const
@@ -105,17 +104,14 @@ CZelTiffStoreTile& CTilesOfPlanes::TileOfPlane(const CTiffStoreLevel& level, uin
 
 CZelTiffStoreTile& CTilesOfPlanes::TileAt(size_t place, uint32_t col, uint32_t row)
 {
-    CPlaneOfFrame& plane = _Planes[place];
-    if (!plane.Tiles)
-        plane.Tiles = std::make_unique<CPagedObjects<CZelTiffStoreTile>>();
-    const uint32_t position = plane.Level->PositionOf(col, row);
-    if (CZelTiffStoreTile* tile = plane.Tiles->Find(position))
-        return *tile;
+    const CPlaneOfFrame& plane = _Planes[place];
+    const std::pair key(place, plane.Level->PositionOf(col, row));
+    if (const auto known = _Tiles.find(key); known != _Tiles.end())
+        return known->second;
     const bool isFirstOfLevel = place == 0 || _Planes[place - 1].Level != plane.Level;
+    const CTileCorner position{static_cast<int32_t>(col), static_cast<int32_t>(row)};
     CDeepZoomPyramidLevel& level = *_Frame.ParentMultiDimImg().DeepZoomPyramidLevels()[plane.Level->Level];
-    return plane.Tiles->Emplace(position, *plane.Level, plane.Number,
-                                CTileCorner{static_cast<int32_t>(col), static_cast<int32_t>(row)}, _Frame, level,
-                                !isFirstOfLevel);
+    return _Tiles.try_emplace(key, *plane.Level, plane.Number, position, _Frame, level, !isFirstOfLevel).first->second;
 }
 
 bool CTilesOfPlanes::LieInTheirMatrixes() const

@@ -42,6 +42,7 @@ CDeepZoomTile* CZelTiffStoreTile::NextTileOnDisk()
 
 bool CZelTiffStoreTile::PixelBuf_rValidated(CByteArray& buf, const CPixelRect& r)
 {
+    TiffFilePtr(); // a tile whose directory is not there has no size either
     if (PartialTileNeedsToBeRead(r))
         ReadPart(buf, r);
     else
@@ -102,13 +103,14 @@ void CZelTiffStoreTile::ReadWholeStrip(CByteArray& buf, TIFF* tif)
 void CZelTiffStoreTile::ReadPart(CByteArray& buf, const CPixelRect& r)
 {
     const uint32_t sizeOffered = buf.Size;
+    TiffFilePtr(); // asking for the tile's size has left it: what its pixels are is told by its own directory
     const uint64_t b = NumOfBytesPerPixel();
     ZEL_ASSERT(b != 0);
-    const uint64_t width = PixelWidth();
-    const uint64_t height = PixelHeight();
     buf.Size = SizeOfRect(r, b);
     if (!buf.Arr || buf.Size > sizeOffered)
         return;
+    const uint64_t width = PixelWidth();
+    const uint64_t height = PixelHeight();
     const uint64_t sizeOfPixels = MultiplyWithCheck(MultiplyWithCheck(width, height), b);
     // Raw pixels, which the file holds all, eight of them in a byte at most.
     ZEL_ASSERT(sizeOfPixels / NumOfBitsOfAByte <= KorFile().FileSize());
