@@ -1,11 +1,16 @@
 #include "HostTool/CommandLine.h"
 
 #include "HostTool/GuardedRun.h"
+#include "HostTool/OutputFile.h"
+#include "HostTool/OutputRules.h"
+#include "HostTool/StandardOutput.h"
 #include "HostTool/Text.h"
 
 #include <CLI/CLI.hpp>
+#include <csignal>
 #include <iostream>
 #include <new>
+#include <unistd.h>
 
 namespace HostTool
 {
@@ -23,9 +28,9 @@ std::filesystem::path PluginBesideThisProgram()
 
 int Refuse(const std::string& line, ExitCode code)
 {
-    std::cout.flush();
+    std::cout.flush(); // what was printed before stands before this
     std::cerr << "zel: " << Printable(line) << '\n';
-    return static_cast<int>(code);
+    return static_cast<int>(std::cout ? code : WorseOf(code, ExitCode::Machine));
 }
 
 /// What is wrong with the words, up to the name of the command that they are for.
@@ -38,6 +43,18 @@ std::string WhatIsWrong(const CLI::App& app, const CLI::ParseError& error)
         return std::string(error.what()) + "; 'zel";
     return "there is no " + std::string(unknown.front().starts_with('-') ? "option " : "command ") + unknown.front() +
            "; 'zel";
+}
+
+int PrintHelp(const CLI::App& app, const CLI::ParseError& asked)
+try
+{
+    app.exit(asked);
+    RequireAllPrinted();
+    return static_cast<int>(ExitCode::Done);
+}
+catch (const CHostError& error)
+{
+    return Refuse(error.what(), error.Code());
 }
 
 } // namespace
@@ -97,8 +114,18 @@ CLI::App& CCommandLine::Add(const CCommandText& text, FileWork work)
 ExitCode CCommandLine::RunChosen() const
 {
     const ExitCode code = _Chosen(_Plugin, _File);
-    std::cout.flush();
+    RequireAllPrinted();
     return code;
+}
+
+void CCommandLine::ProtectWhatIsRead() const
+{
+    if (_File.empty())
+        return;
+    OutputRules::ProtectDocuments({_File});
+    struct stat facts = {};
+    if (fstat(STDOUT_FILENO, &facts) == 0 && S_ISREG(facts.st_mode))
+        OutputRules::RequireNotRead("standard output", facts);
 }
 
 int CCommandLine::Run(int argc, const char* const* argv)
@@ -113,11 +140,16 @@ int CCommandLine::Run(int argc, const char* const* argv)
         {
             return Refuse(error.what(), error.Code());
         }
+        catch (const COutputSkipped& skipped)
+        {
+            Say(skipped.what());
+            return static_cast<int>(ExitCode::Done);
+        }
         catch (const std::bad_alloc&)
         {
-            return Refuse(_File.string() + ": not enough memory for what the document asks for; it is damaged, or this "
-                                           "machine too small",
-                          ExitCode::BadFile);
+            return Refuse(_File.string() + ": not enough memory for what the document asks for; end other programs, or "
+                                           "try a larger machine",
+                          ExitCode::Machine);
         }
         catch (const std::exception& error)
         {
@@ -128,13 +160,17 @@ int CCommandLine::Run(int argc, const char* const* argv)
     };
     try
     {
+        KeepStandardStreamsApart();
+        // A write beyond the limit for file sizes fails then, like one on a full disk.
+        std::signal(SIGXFSZ, SIG_IGN);
         _App->parse(argc, argv);
+        ProtectWhatIsRead();
         return RunGuarded(_File.string(), run);
     }
     catch (const CLI::ParseError& error)
     {
         if (error.get_exit_code() == 0) // help or version
-            return _App->exit(error);
+            return PrintHelp(*_App, error);
         return Refuse(WhatIsWrong(*_App, error) + " --help' tells more", ExitCode::WrongUsage);
     }
     catch (const CHostError& error)

@@ -54,6 +54,7 @@ public:
 private:
     CLI::App& Add(const CCommandText& text, FileWork work);
     ExitCode RunChosen() const;
+    void ProtectWhatIsRead() const;
 
     std::unique_ptr<CLI::App> _App;
     std::filesystem::path _Plugin;

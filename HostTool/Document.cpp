@@ -4,6 +4,7 @@
 #include "HostTool/Text.h"
 
 #include <array>
+#include <cerrno>
 #include <cstring>
 
 namespace HostTool
@@ -351,8 +352,9 @@ std::optional<ByteBuffer> CDocument::Overview() const
 
 void CDocument::Require(AC_Result result, const std::string& what) const
 {
+    const int reason = errno;
     if (result != AC_RESULT_SUCCESS)
-        throw FailedCall(_Path, what, result);
+        throw FailedCall(_Path, what, result, reason);
 }
 
 } // namespace HostTool

@@ -269,7 +269,7 @@ ExitCode PrintInfoAsJson(const std::filesystem::path& plugin, const std::filesys
     const CChildEnd end = RunInChild([&] { return static_cast<int>(PrintKnownAsJson(plugin, file)); });
     if (!end.IsEarly())
         return static_cast<ExitCode>(end.ExitCode);
-    const CHostError failure(ExitCode::BadFile, TextOfEarlyEnd(file.string(), end));
+    const CHostError failure = EarlyEnd(file.string(), end);
     CInfo info;
     info.Path = std::filesystem::absolute(file);
     info.Remarks.push_back({"error", "ended-early", failure.what()});

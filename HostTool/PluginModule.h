@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cerrno>
 #include <filesystem>
 #include <memory>
 
@@ -37,7 +38,12 @@ public:
         : _Function(reinterpret_cast<Result (*)(Arguments...)>(module.Symbol(name)))
     {
     }
-    Result operator()(Arguments... arguments) const { return _Function(arguments...); }
+    /// Clears errno first, so that it tells of this call if it fails.
+    Result operator()(Arguments... arguments) const
+    {
+        errno = 0;
+        return _Function(arguments...);
+    }
     Result (*Address() const)(Arguments...) { return _Function; }
 
 private:

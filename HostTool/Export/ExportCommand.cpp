@@ -5,6 +5,7 @@
 #include "HostTool/Export/Proof.h"
 #include "HostTool/HostError.h"
 #include "HostTool/Pixels/CommonOptions.h"
+#include "HostTool/StandardOutput.h"
 #include "HostTool/Text.h"
 
 #include <CLI/CLI.hpp>
@@ -104,14 +105,17 @@ public:
 
     CExportOutcome Run()
     {
-        Write();
+        CTiffWriter file(_Request.Output, _Request.IsBigTiff);
+        RequireReadable(file);
+        Write(file);
         CExportOutcome outcome;
         for (const auto& group : _Groups)
             Report(*group, outcome);
         outcome.Code = _Failures.empty() ? ExitCode::Done : ExitCode::BadFile;
         outcome.Remarks.insert(outcome.Remarks.end(), _Failures.begin(), _Failures.end());
         if (_Request.IsProved)
-            outcome.Lines.push_back(Prove());
+            outcome.Lines.push_back(Prove(file.UnfinishedPath()));
+        file.Finish();
         return outcome;
     }
 
@@ -124,9 +128,16 @@ private:
         return tiles;
     }
 
-    void Write()
+    void RequireReadable(const CTiffWriter& file) const
     {
-        CTiffWriter file(_Request.Output, _Request.IsBigTiff);
+        if (_Request.IsProved && file.UnfinishedPath().empty())
+            throw CHostError(ExitCode::WrongUsage, _Request.Output.string() +
+                                                       ": is a device, from which nothing can be read back; leave "
+                                                       "--prove out, or give the name of a file");
+    }
+
+    void Write(CTiffWriter& file)
+    {
         CProgress progress(NumOfTiles(), "tiles");
         std::vector<CTiffDirectory> directories;
         for (const auto& group : _Groups)
@@ -140,7 +151,7 @@ private:
         }
         directories.front().Set(TiffTag::ImageDescription, OmeXml());
         directories.front().Set(TiffTag::Software, std::string("zel"));
-        _PlacesOfPlanes = file.Finish(directories);
+        _PlacesOfPlanes = file.Complete(directories);
     }
 
     static CTiffDirectory WritePlane(CPlaneExport& planes, const CGroupExport& group, const CPosition& position)
@@ -249,25 +260,16 @@ private:
                                       " wholly beside the picture left out: level" + levels);
     }
 
-    std::string Prove() const
+    std::string Prove(const std::filesystem::path& file) const
     {
-        try
-        {
-            CProgress progress(NumOfTiles(), "tiles");
-            CProof proof(_Request.Output, _Request.Background, _Request.Jobs, progress);
-            size_t plane = 0;
-            for (const auto& group : _Groups)
-                for (const CPosition& position : PlanesOf(group->Pixels))
-                    proof.ProvePlane(group->Pixels, group->Plan, position, _PlacesOfPlanes.at(plane++));
-            return _Request.Output.string() + ": read back; " + TextOfCount(proof.Counts().BytesEqual, "tile") +
-                   " equal byte for byte, " + std::to_string(proof.Counts().PixelsEqual) + " pixel for pixel";
-        }
-        catch (...)
-        {
-            std::error_code ignored;
-            std::filesystem::remove(_Request.Output, ignored);
-            throw;
-        }
+        CProgress progress(NumOfTiles(), "tiles");
+        CProof proof(file, _Request.Output, _Request.Background, _Request.Jobs, progress);
+        size_t plane = 0;
+        for (const auto& group : _Groups)
+            for (const CPosition& position : PlanesOf(group->Pixels))
+                proof.ProvePlane(group->Pixels, group->Plan, position, _PlacesOfPlanes.at(plane++));
+        return _Request.Output.string() + ": read back; " + TextOfCount(proof.Counts().BytesEqual, "tile") +
+               " equal byte for byte, " + std::to_string(proof.Counts().PixelsEqual) + " pixel for pixel";
     }
 
     const CDocument& _Document;
@@ -308,7 +310,7 @@ void AddExportCommand(CCommandLine& line)
             request.Jobs = options->Common.Jobs;
             const CExportOutcome outcome = Export(document, request);
             for (const std::string& text : outcome.Lines)
-                std::cout << Printable(text) << '\n';
+                Say(text);
             for (const std::string& remark : outcome.Remarks)
                 std::cerr << "zel: " << Printable(remark) << '\n';
             return outcome.Code;
@@ -321,6 +323,7 @@ void AddExportCommand(CCommandLine& line)
     AddBackgroundOption(command, options->Background);
     options->Common.AddTo(command);
     command.add_option("-o,--output", options->Request.Output, "file to write: NAME.ome.tif")->required();
+    AddOutputOptions(command);
 }
 
 } // namespace HostTool

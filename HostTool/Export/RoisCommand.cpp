@@ -2,11 +2,11 @@
 
 #include "HostTool/OutputFile.h"
 #include "HostTool/Pixels/CommonOptions.h"
+#include "HostTool/StandardOutput.h"
 #include "HostTool/Text.h"
 
 #include <CLI/CLI.hpp>
 #include <cmath>
-#include <iostream>
 #include <nlohmann/json.hpp>
 #include <numbers>
 
@@ -181,7 +181,7 @@ void AddRoisCommand(CCommandLine& line)
                          "  zel rois slide.zel -o rois.geojson\n  zel rois slide.zel --format csv -o rois.csv"},
                         [request](const CDocument& document)
                         {
-                            std::cout << Printable(WriteRois(document, *request)) << '\n';
+                            Say(WriteRois(document, *request));
                             return ExitCode::Done;
                         });
     command.add_option("-g,--group", request->Group, "group, from 0. Default: all of them")
@@ -192,7 +192,8 @@ void AddRoisCommand(CCommandLine& line)
                     "of an ellipse being the corners of the rectangle around it")
         ->check(CLI::IsMember({"geojson", "csv"}))
         ->capture_default_str();
-    command.add_option("-o,--output", request->Output, "file to write")->required();
+    command.add_option("-o,--output", request->Output, "file to write; - for standard output")->required();
+    AddOutputOptions(command);
 }
 
 } // namespace HostTool

@@ -1,6 +1,7 @@
 #include "HostTool/Pixels/CommonOptions.h"
 
 #include "HostTool/HostError.h"
+#include "HostTool/OutputRules.h"
 #include "HostTool/Pixels/Parallel.h"
 
 #include <CLI/CLI.hpp>
@@ -49,6 +50,17 @@ void AddPositionOptions(CLI::App& command, CPosition& position)
     add("-z", position.Z, "position on the Z axis, from 0");
     add("-t", position.T, "position on the time axis, from 0");
     add("--lambda", position.Lambda, "position on the wavelength axis, from 0");
+}
+
+void AddOutputOptions(CLI::App& command)
+{
+    CLI::Option* refuse = command.add_flag_callback(
+        "--no-clobber", [] { OutputRules::Set(IfExists::Refuse); }, "fail if the output is there already");
+    command
+        .add_flag_callback(
+            "--skip-existing", [] { OutputRules::Set(IfExists::Skip); },
+            "leave an output that is there already as it is")
+        ->excludes(refuse);
 }
 
 void AddBackgroundOption(CLI::App& command, std::string& colour)

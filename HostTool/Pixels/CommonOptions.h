@@ -24,6 +24,9 @@ struct CCommonOptions
 void AddGroupOption(CLI::App& command, int& group);
 void AddPositionOptions(CLI::App& command, CPosition& position);
 
+/// What becomes of an output that is there already.
+void AddOutputOptions(CLI::App& command);
+
 /// The colour is checked, but left as text.
 void AddBackgroundOption(CLI::App& command, std::string& colour);
 

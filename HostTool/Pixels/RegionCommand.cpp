@@ -5,6 +5,7 @@
 #include "HostTool/Pixels/Parallel.h"
 #include "HostTool/Pixels/PictureFile.h"
 #include "HostTool/Pixels/Progress.h"
+#include "HostTool/StandardOutput.h"
 #include "HostTool/Text.h"
 
 #include <CLI/CLI.hpp>
@@ -250,7 +251,7 @@ void AddRegionCommand(CCommandLine& line)
                             request.Values = options->Common.Values();
                             request.Jobs = options->Common.Jobs;
                             const CRegionOutcome outcome = WriteRegion(document, request);
-                            std::cout << Printable(outcome.Line) << '\n';
+                            Say(outcome.Line);
                             for (const std::string& remark : outcome.Remarks)
                                 std::cerr << "zel: " << Printable(remark) << '\n';
                             return outcome.Code;
@@ -275,7 +276,11 @@ void AddRegionCommand(CCommandLine& line)
     AddPositionOptions(command, request.Position);
     AddBackgroundOption(command, options->Background);
     options->Common.AddTo(command);
-    command.add_option("-o,--output", request.Output, "file to write: NAME.png, or NAME.tif")->required();
+    command
+        .add_option("-o,--output", request.Output,
+                    "file to write: NAME.png, or NAME.tif; - for a PNG picture on standard output")
+        ->required();
+    AddOutputOptions(command);
 }
 
 } // namespace HostTool

@@ -2,13 +2,13 @@
 
 #include "HostTool/OutputFile.h"
 #include "HostTool/Pixels/Bitmap.h"
+#include "HostTool/Pixels/CommonOptions.h"
 #include "HostTool/Pixels/PictureFile.h"
 #include "HostTool/Pixels/TileCodec.h"
-#include "HostTool/Text.h"
+#include "HostTool/StandardOutput.h"
 #include "HostTool/TileKind.h"
 
 #include <CLI/CLI.hpp>
-#include <iostream>
 
 namespace HostTool
 {
@@ -36,9 +36,8 @@ std::string WritePicture(const CDocument& document, const ByteBuffer& bytes, std
 {
     const CTileKind* kind = FindTileKind(bytes);
     const std::string_view extension = kind ? kind->Extension : ".raw";
-    if (!path.has_extension())
-        path += extension;
-    if (path.extension() == extension || (kind && path.extension() == kind->OtherExtension))
+    path = WithExtension(std::move(path), extension);
+    if (IsStream(path) || path.extension() == extension || (kind && path.extension() == kind->OtherExtension))
         return WriteAsStored(bytes, path);
     if (!kind || kind->Extension != ".bmp")
         throw CHostError(ExitCode::WrongUsage, path.string() + ": the " + what + " is " +
@@ -62,17 +61,20 @@ void AddPictureCommand(CCommandLine& line, const CCommandText& text, const std::
                        std::optional<ByteBuffer> (*read)(const CDocument&))
 {
     const auto output = std::make_shared<std::filesystem::path>();
-    line.AddCommand(text,
-                    [output, what, read](const CDocument& document)
-                    {
-                        const auto bytes = read(document);
-                        if (!bytes || bytes->empty())
-                            throw Nothing(document, what);
-                        std::cout << Printable(WritePicture(document, *bytes, *output, what)) << '\n';
-                        return ExitCode::Done;
-                    })
-        .add_option("-o,--output", *output, "file to write; without an extension it gets the one that fits")
+    CLI::App& command = line.AddCommand(text,
+                                        [output, what, read](const CDocument& document)
+                                        {
+                                            const auto bytes = read(document);
+                                            if (!bytes || bytes->empty())
+                                                throw Nothing(document, what);
+                                            Say(WritePicture(document, *bytes, *output, what));
+                                            return ExitCode::Done;
+                                        });
+    command
+        .add_option("-o,--output", *output,
+                    "file to write; without an extension it gets the one that fits; - for standard output")
         ->required();
+    AddOutputOptions(command);
 }
 
 } // namespace

@@ -1,7 +1,5 @@
 #include "HostTool/Verify/TileHashes.h"
 
-#include "HostTool/OutputFile.h"
-
 #include <fstream>
 #include <nlohmann/json.hpp>
 
@@ -189,9 +187,8 @@ std::string HashOf(const CCheckedDocument& checked)
     return Hex(hasher.Hash());
 }
 
-void WriteHashes(const CCheckedDocument& checked, const std::filesystem::path& path)
+void WriteHashes(const CCheckedDocument& checked, COutputFile& file)
 {
-    COutputFile file(path);
     Json head = {{"format", Format},
                  {"version", FormatVersion},
                  {"algorithm", "XXH3, 64 bits"},

@@ -1,12 +1,13 @@
 #include "HostTool/Verify/VerifyCommand.h"
 
+#include "HostTool/OutputRules.h"
 #include "HostTool/Pixels/CommonOptions.h"
+#include "HostTool/StandardOutput.h"
 #include "HostTool/Text.h"
 #include "HostTool/Verify/TileHashes.h"
 #include "HostTool/Verify/VerifyReport.h"
 
 #include <CLI/CLI.hpp>
-#include <iostream>
 
 namespace HostTool
 {
@@ -27,10 +28,28 @@ struct CVerifyRequest
 bool IsAsBefore(const CCheckedDocument& checked, const std::filesystem::path& hashes)
 {
     const std::vector<std::string> differences = DifferencesTo(checked, hashes);
-    std::cout << (differences.empty() ? "the same as in " : "differs from ") << Printable(hashes.string()) << '\n';
+    Say((differences.empty() ? "the same as in " : "differs from ") + hashes.string());
     for (const std::string& difference : differences)
-        std::cout << "  " << Printable(difference) << '\n';
+        Say("  " + difference);
     return differences.empty();
+}
+
+/// The file for the hashes, which is made first: nobody wants to hear after an hour that it can't be. Nothing if none
+/// is wanted, or one that is there is to stay.
+std::unique_ptr<COutputFile> FileForHashes(const CVerifyRequest& request)
+{
+    if (request.Hashes.empty())
+        return nullptr;
+    OutputRules::ProtectFile(request.Against);
+    try
+    {
+        return std::make_unique<COutputFile>(request.Hashes);
+    }
+    catch (const COutputSkipped& skipped)
+    {
+        Say(skipped.what());
+        return nullptr;
+    }
 }
 
 ExitCode Verify(const std::filesystem::path& plugin, const std::filesystem::path& file, const CVerifyRequest& request)
@@ -41,23 +60,24 @@ ExitCode Verify(const std::filesystem::path& plugin, const std::filesystem::path
     options.Jobs = request.Common.Jobs;
     options.Values = request.Common.Values();
     const CPluginHost host(plugin);
+    const std::unique_ptr<COutputFile> hashes = FileForHashes(request);
     const CCheckedDocument checked = CheckTiles(host, file, options);
-    PrintReport(std::cout, checked, request.IsEachTileListed);
+    PrintReport(WhereItIsSaid(), checked, request.IsEachTileListed);
     if (options.IsHashing)
-        std::cout << "hash: " << HashOf(checked) << '\n';
-    if (!request.Hashes.empty())
+        Say("hash: " + HashOf(checked));
+    if (hashes)
     {
-        WriteHashes(checked, request.Hashes);
-        std::cout << "hashes written to " << Printable(request.Hashes.string()) << '\n';
+        WriteHashes(checked, *hashes);
+        Say("hashes written to " + request.Hashes.string());
     }
     const bool isAsBefore = request.Against.empty() || IsAsBefore(checked, request.Against);
     if (const uint64_t numOfBad = checked.NumOfBadTiles())
         throw CHostError(ExitCode::BadFile, checked.Path.string() + ": " + TextOfCount(numOfBad, "bad tile") +
                                                 "; 'zel tiles' tells where tiles lie");
     if (!isAsBefore)
-        throw CHostError(ExitCode::BadFile, checked.Path.string() + ": is not as it was when " +
-                                                request.Against.string() +
-                                                " was written; the output tells what differs");
+        throw CHostError(ExitCode::NotEqual, checked.Path.string() + ": is not as it was when " +
+                                                 request.Against.string() +
+                                                 " was written; the output tells what differs");
     return ExitCode::Done;
 }
 
@@ -75,9 +95,11 @@ void AddVerifyCommand(CCommandLine& line)
         { return Verify(plugin, file, *request); });
     command.add_flag("--decode", request->IsDecoding, "decode every tile as well");
     command.add_flag("--list", request->IsEachTileListed, "print a line for each tile");
-    command.add_option("--hashes", request->Hashes, "write the hashes of tiles, levels and document as JSON");
+    command.add_option("--hashes", request->Hashes,
+                       "write the hashes of tiles, levels and document as JSON; - for standard output");
     command.add_option("--against", request->Against, "compare with hashes that were written before");
     request->Common.AddTo(command);
+    AddOutputOptions(command);
 }
 
 } // namespace HostTool

@@ -170,7 +170,7 @@ TEST_F(ZelVerify, FindsTheTileWhoseBytesAreNotAsBefore)
     Verify({"--hashes", Folder.Name("hashes.json")});
     WriteWithBytes([](ByteString& bytes) { bytes[bytes.size() / 2] ^= 1; });
     const CommandResult result = Verify({"--against", Folder.Name("hashes.json")});
-    EXPECT_EQ(result.ExitCode, 1);
+    EXPECT_EQ(result.ExitCode, 5);
     EXPECT_THAT(result.Output,
                 HasSubstr("  group 0, level 0, column 1, row 0, channel 0, z 0, t 0, lambda 0: other bytes\n"));
     EXPECT_THAT(result.Output, Not(HasSubstr("column 2, row 0")));

@@ -1,6 +1,7 @@
 #include "Tests/HostTool/ZelProgram.h"
 
 #include <sys/resource.h>
+#include <unistd.h>
 
 namespace
 {
@@ -208,6 +209,28 @@ TEST_F(Zel, SaysInOneLineThatTheReaderEndsTheProcess)
     Write(document);
     for (const char* command : {"info", "verify", "files", "tiles"})
         ExpectRefusal(Run({command, SlideName()}), 1, "reading it ended early");
+}
+
+TEST_F(Zel, EndsSilentlyWhenNobodyReadsItsOutput)
+{
+    Write(Stack(1).Size(800, 800).Tiles(16, 16).Raw(ComponentType::Uint8)); // more than a pipe holds
+    const CommandResult result =
+        RunCommand({"bash", "-c", "'" ZEL "' tiles '" + SlideName() + "' | true; echo ${PIPESTATUS[0]}"});
+    EXPECT_EQ(result.Output, "141\n");
+    EXPECT_EQ(result.Errors, "");
+}
+
+TEST_F(Zel, BlamesAFileThatMayNotBeReadOnTheMachine)
+{
+    Write(Stack(1).Jpeg());
+    std::filesystem::permissions(SlideName(), std::filesystem::perms::none);
+    std::filesystem::permissions(Folder.Path(), std::filesystem::perms::all);
+    // Root may read everything, so that it has to be somebody else.
+    const std::string run = "'" ZEL "' info '" + SlideName() + "'";
+    const CommandResult result = geteuid() == 0
+                                     ? RunCommand({"setpriv", "--reuid", "65534", "--clear-groups", "sh", "-c", run})
+                                     : RunCommand({"sh", "-c", run});
+    ExpectRefusal(result, 4, "no right to read it");
 }
 
 TEST_F(Zel, RefusesOptionsThatItDoesNotKnow)
