@@ -3,6 +3,8 @@
 #include "HostTool/GuardedRun.h"
 #include "HostTool/OutputFile.h"
 #include "HostTool/OutputRules.h"
+#include "HostTool/Reader/BuiltInPlugin.h"
+#include "HostTool/Reader/ReaderLog.h"
 #include "HostTool/StandardOutput.h"
 #include "HostTool/Text.h"
 
@@ -74,6 +76,17 @@ CCommandLine::CCommandLine()
                  "  zel info slide.zel\n"
                  "  zel export slide.zel -o slide.ome.tif");
     _App->add_option("--plugin", _Plugin, "the plug-in to load")->capture_default_str();
+    const auto showLog = [this](const std::string& level)
+    {
+        _Plugin.clear();
+        ShowLog(NamesOfLogLevels().at(level));
+    };
+    _App->add_option_function<std::string>("--log", showLog,
+                                           "show the log on standard error, from this level on; the plug-in's layers "
+                                           "are then those that zel is linked "
+                                           "with, since a loaded one hands its log to nobody")
+        ->check(CLI::IsMember(NamesOfLogLevels()))
+        ->excludes("--plugin");
 }
 
 CCommandLine::~CCommandLine() = default;
@@ -84,7 +97,7 @@ CLI::App& CCommandLine::AddCommand(const CCommandText& text, DocumentWork work)
         text,
         [work = std::move(work)](const std::filesystem::path& plugin, const std::filesystem::path& file)
         {
-            const CPluginHost host(plugin);
+            const CPluginHost host = HostOf(plugin);
             const CDocument document(host, file);
             return work(document);
         });
@@ -106,6 +119,7 @@ CLI::App& CCommandLine::AddProgramCommand(const CCommandText& text, ProgramWork 
 CLI::App& CCommandLine::Add(const CCommandText& text, FileWork work)
 {
     CLI::App* command = _App->add_subcommand(text.Name, text.What);
+    command->fallthrough(); // so that options of the program may stand anywhere
     command->footer("Examples:\n" + text.Examples);
     command->callback([this, work = std::move(work)] { _Chosen = work; });
     return *command;
@@ -135,6 +149,11 @@ int CCommandLine::Run(int argc, const char* const* argv)
         try
         {
             return static_cast<int>(RunChosen());
+        }
+        catch (const CCallError& error)
+        {
+            const bool isOfFile = error.Code() == ExitCode::BadFile;
+            return Refuse(isOfFile ? WithReason(error.what(), _File) : error.what(), error.Code());
         }
         catch (const CHostError& error)
         {

@@ -1,6 +1,7 @@
 #include "HostTool/GuardedRun.h"
 
 #include "HostTool/PartFiles.h"
+#include "HostTool/Reader/ReaderLog.h"
 #include "HostTool/Text.h"
 
 #include <algorithm>
@@ -176,7 +177,8 @@ int RunGuarded(const std::string& document, const std::function<int()>& work)
     if (!end.IsEarly())
         return end.ExitCode;
     const CHostError failure = EarlyEnd(document, end);
-    std::cerr << "zel: " << Printable(failure.what()) << '\n';
+    const bool isOfFile = failure.Code() == ExitCode::BadFile;
+    std::cerr << "zel: " << Printable(isOfFile ? WithReason(failure.what(), document) : failure.what()) << '\n';
     return static_cast<int>(failure.Code());
 }
 

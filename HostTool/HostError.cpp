@@ -86,7 +86,7 @@ ExitCode CodeOfErrno(int reason)
                                                                                        : ExitCode::Machine;
 }
 
-CHostError FailedCall(const std::filesystem::path& document, const std::string& what, AC_Result result, int reason)
+CCallError FailedCall(const std::filesystem::path& document, const std::string& what, AC_Result result, int reason)
 {
     const CMeaning meaning = MeaningOf(result, document, reason);
     return {meaning.Code, document.string() + ": " + what + ": " + meaning.Text + " (result " +

@@ -44,11 +44,18 @@ private:
     ExitCode _ExitCode;
 };
 
+/// The failure of a call on a document, of which the reader's log may tell more.
+class CCallError : public CHostError
+{
+public:
+    using CHostError::CHostError;
+};
+
 /// The folder beside a document in which its tile stores lie.
 std::filesystem::path SideFolderOf(const std::filesystem::path& document);
 
 /// The failure of a call on `document`: what was being done, as in "cannot open", and what `result` means for it.
 /// `reason` is the error of the system that the call left, 0 if it left none.
-CHostError FailedCall(const std::filesystem::path& document, const std::string& what, AC_Result result, int reason = 0);
+CCallError FailedCall(const std::filesystem::path& document, const std::string& what, AC_Result result, int reason = 0);
 
 } // namespace HostTool

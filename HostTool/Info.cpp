@@ -1,5 +1,6 @@
 #include "HostTool/HostError.h"
 #include "HostTool/InfoJson.h"
+#include "HostTool/Reader/BuiltInPlugin.h"
 #include "HostTool/Reader/TileIndex.h"
 
 #include <algorithm>
@@ -79,7 +80,7 @@ CInfo InfoOf(const std::filesystem::path& plugin, const std::filesystem::path& f
 {
     CInfo info;
     info.Path = std::filesystem::absolute(file);
-    const CPluginHost host(plugin);
+    const CPluginHost host = HostOf(plugin);
     Try(info, [&] { info.Facts = FactsOf(CDocument(host, file)); });
     Try(info, [&] { AddWhatTheLibraryKnows(info); });
     return info;

@@ -4,6 +4,8 @@
 #include "HostTool/InfoJson.h"
 #include "HostTool/Pixels/Bitmap.h"
 #include "HostTool/Pixels/TileCodec.h"
+#include "HostTool/Reader/BuiltInPlugin.h"
+#include "HostTool/Reader/ReaderLog.h"
 #include "HostTool/Table.h"
 #include "HostTool/Text.h"
 #include "HostTool/TileKind.h"
@@ -245,7 +247,7 @@ std::string ShortTextOf(const CGroupFacts& group)
 
 ExitCode PrintInfo(const std::filesystem::path& plugin, const std::filesystem::path& file)
 {
-    const CPluginHost host(plugin);
+    const CPluginHost host = HostOf(plugin);
     const CDocument document(host, file);
     const CDocumentFacts facts = FactsOf(document);
     PrintFacts(std::cout, facts);
@@ -259,7 +261,7 @@ ExitCode PrintKnownAsJson(const std::filesystem::path& plugin, const std::filesy
     const CInfo info = InfoOf(plugin, file);
     PrintJson(std::cout, info);
     if (!info.Facts)
-        CDocument(CPluginHost(plugin), file); // throws what it failed by
+        CDocument(HostOf(plugin), file); // throws what it failed by
     return ExitCode::Done;
 }
 
@@ -269,7 +271,8 @@ ExitCode PrintInfoAsJson(const std::filesystem::path& plugin, const std::filesys
     const CChildEnd end = RunInChild([&] { return static_cast<int>(PrintKnownAsJson(plugin, file)); });
     if (!end.IsEarly())
         return static_cast<ExitCode>(end.ExitCode);
-    const CHostError failure = EarlyEnd(file.string(), end);
+    const CHostError early = EarlyEnd(file.string(), end);
+    const CHostError failure(early.Code(), WithReason(early.what(), file));
     CInfo info;
     info.Path = std::filesystem::absolute(file);
     info.Remarks.push_back({"error", "ended-early", failure.what()});

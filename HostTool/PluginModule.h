@@ -2,7 +2,9 @@
 
 #include <cerrno>
 #include <filesystem>
+#include <map>
 #include <memory>
+#include <string>
 
 namespace HostTool
 {
@@ -13,6 +15,8 @@ class CPluginModule
 public:
     /// Throws CHostError if it can't be loaded.
     explicit CPluginModule(const std::filesystem::path& path);
+    /// Functions of this program, by their names.
+    explicit CPluginModule(std::map<std::string, void*> functions) : _Functions(std::move(functions)) {}
 
     /// The address of an exported function. Throws CHostError if there is none of that name.
     void* Symbol(const char* name) const;
@@ -23,7 +27,8 @@ private:
         void operator()(void* module) const;
     };
     std::filesystem::path _Path;
-    std::unique_ptr<void, CUnloader> _Module;
+    std::unique_ptr<void, CUnloader> _Module; ///< null: there are the functions below
+    std::map<std::string, void*> _Functions;
 };
 
 template <typename Signature>

@@ -2,6 +2,7 @@
 
 #include "HostTool/OutputRules.h"
 #include "HostTool/Pixels/CommonOptions.h"
+#include "HostTool/Reader/BuiltInPlugin.h"
 #include "HostTool/StandardOutput.h"
 #include "HostTool/Text.h"
 #include "HostTool/Verify/TileHashes.h"
@@ -59,7 +60,7 @@ ExitCode Verify(const std::filesystem::path& plugin, const std::filesystem::path
     options.IsHashing = !request.Hashes.empty() || !request.Against.empty();
     options.Jobs = request.Common.Jobs;
     options.Values = request.Common.Values();
-    const CPluginHost host(plugin);
+    const CPluginHost host = HostOf(plugin);
     const std::unique_ptr<COutputFile> hashes = FileForHashes(request);
     const CCheckedDocument checked = CheckTiles(host, file, options);
     PrintReport(WhereItIsSaid(), checked, request.IsEachTileListed);

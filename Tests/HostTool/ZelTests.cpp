@@ -208,7 +208,29 @@ TEST_F(Zel, SaysInOneLineThatTheReaderEndsTheProcess)
     document.Volume({2000}).CountFlags(volumeHasName);
     Write(document);
     for (const char* command : {"info", "verify", "files", "tiles"})
+    {
         ExpectRefusal(Run({command, SlideName()}), 1, "reading it ended early");
+        ExpectRefusal(Run({command, SlideName()}), 1, "; the reader says: abort() called.\n");
+    }
+}
+
+TEST_F(Zel, EndsTheLineOfADamagedFileWithTheReasonOfTheReader)
+{
+    ExpectRefusal(Run({"info", Folder.Write("slide.zel", "no slide at all, but some bytes")}), 1,
+                  "; the reader says: Assertion failed: ");
+}
+
+TEST_F(Zel, ShowsTheLogFromALevelOn)
+{
+    Write(Stack(1).Name("Tissue"));
+    const CommandResult all = Run({"info", SlideName(), "--log", "info"});
+    EXPECT_EQ(all.ExitCode, 0);
+    EXPECT_NE(all.Errors.find("log: Info to help test against Image Viewer: The MultiDimImage name is 'Tissue'"),
+              std::string::npos)
+        << all.Errors;
+    EXPECT_EQ(all.Output, Run({"info", SlideName()}).Output);
+    EXPECT_EQ(Run({"info", SlideName(), "--log", "error"}).Errors, "");
+    ExpectRefusal(Run({"--log", "much", "info", SlideName()}), 2, "--log");
 }
 
 TEST_F(Zel, EndsSilentlyWhenNobodyReadsItsOutput)
