@@ -39,6 +39,7 @@ struct CGroupExport
     Diagnostics Remarks;
     CGroupFacts Facts;
     CExportCounts Counts;
+    uint64_t NumOfTilesBeside = 0; ///< the picture, which the file leaves out
 };
 
 /// Where the images at a position of an axis lie, in the unit of the axis; evenly spaced ones are told by the axis
@@ -113,6 +114,7 @@ public:
             Report(*group, outcome);
         outcome.Code = _Failures.empty() ? ExitCode::Done : ExitCode::BadFile;
         outcome.Remarks.insert(outcome.Remarks.end(), _Failures.begin(), _Failures.end());
+        RequireComplete(outcome);
         if (_Request.IsProved)
             outcome.Lines.push_back(Prove(file.UnfinishedPath()));
         file.Finish();
@@ -136,6 +138,27 @@ private:
                                                        "--prove out, or give the name of a file");
     }
 
+    /// Of a file that may lack nothing. Throws CHostError with all that it lacks.
+    void RequireComplete(const CExportOutcome& outcome) const
+    {
+        if (!_Request.IsStrict)
+            return;
+        uint64_t filled = 0;
+        uint64_t beside = 0;
+        bool isServed = true;
+        for (const auto& group : _Groups)
+        {
+            filled += group->Counts.Filled;
+            beside += group->NumOfTilesBeside;
+            isServed = isServed && group->Pixels.Limits().empty();
+        }
+        if (filled > 0 || beside > 0 || !isServed || outcome.Code != ExitCode::Done)
+            throw CHostError(ExitCode::BadFile,
+                             _Document.Path().string() + ": --strict: " + TextOfCount(filled, "tile") + " filled, " +
+                                 std::to_string(beside) + " left out" + (isServed ? "" : ", some not served") +
+                                 (_Failures.empty() ? "" : ", " + _Failures.front()) + "; nothing is written");
+    }
+
     void Write(CTiffWriter& file)
     {
         CProgress progress(NumOfTiles(), "tiles");
@@ -148,6 +171,7 @@ private:
             group->Counts = planes.Counts();
             AddFailures(planes.Failures(), "read");
             AddFailures(planes.DecodeFailures(), "decoded");
+            AddBrokenStreams(planes.BrokenStreams());
         }
         directories.front().Set(TiffTag::ImageDescription, OmeXml());
         directories.front().Set(TiffTag::Software, std::string("zel"));
@@ -173,6 +197,16 @@ private:
             _Failures.push_back(_Document.Path().string() + ": " + failures.Text(what));
     }
 
+    void AddBrokenStreams(const CTileFailures& tiles)
+    {
+        if (tiles.Count() == 0)
+            return;
+        _Failures.push_back(_Document.Path().string() + ": " + TextOfCount(tiles.Count(), "tile") +
+                            " copied as stored, which no reader can decode:");
+        for (const std::string& line : tiles.Lines())
+            _Failures.push_back("  " + line);
+    }
+
     std::string OmeXml() const
     {
         std::vector<COmeImage> images;
@@ -187,7 +221,7 @@ private:
         return OmeXmlOf(FactsOf(_Document), images);
     }
 
-    void Report(const CGroupExport& group, CExportOutcome& outcome) const
+    void Report(CGroupExport& group, CExportOutcome& outcome) const
     {
         outcome.Lines.push_back(LineOf(group));
         ReportRecompressed(group, outcome);
@@ -213,7 +247,7 @@ private:
                " x " + std::to_string(rect.Height) + " pixels, " + TextOfCount(group.Plan.size(), "level") + ", " +
                TextOfCount(PlanesOf(group.Pixels).size(), "plane") + "; " + TextOfCount(group.Counts.AsStored, "tile") +
                " as stored, " + std::to_string(group.Counts.Recompressed) + " recompressed, " +
-               std::to_string(group.Counts.Background) + " background";
+               std::to_string(group.Counts.Filled) + " filled";
     }
 
     static void ReportRecompressed(const CGroupExport& group, CExportOutcome& outcome)
@@ -237,7 +271,7 @@ private:
                                       std::to_string(picture.Y - finest.Rect.Y) + " above it are there as well");
     }
 
-    static void ReportTilesBeside(const CGroupExport& group, CExportOutcome& outcome)
+    static void ReportTilesBeside(CGroupExport& group, CExportOutcome& outcome)
     {
         const std::vector<CPosition> planes = PlanesOf(group.Pixels);
         uint64_t count = 0;
@@ -255,6 +289,7 @@ private:
             if (ofLevel > 0)
                 levels += " " + std::to_string(level);
         }
+        group.NumOfTilesBeside = count;
         if (count > 0)
             outcome.Remarks.push_back(NameOfGroup(group.Pixels.Group()) + ": " + TextOfCount(count, "tile") +
                                       " wholly beside the picture left out: level" + levels);
@@ -293,7 +328,7 @@ void AddExportCommand(CCommandLine& line)
     struct COptions
     {
         CExportRequest Request;
-        std::string Background = "white";
+        std::string Background;
         CCommonOptions Common;
     };
     const auto options = std::make_shared<COptions>();
@@ -305,7 +340,7 @@ void AddExportCommand(CCommandLine& line)
         [options](const CDocument& document)
         {
             CExportRequest& request = options->Request;
-            request.Background = ParseColour(options->Background).value_or(CColour());
+            request.Background = ParseColour(options->Background);
             request.Values = options->Common.Values();
             request.Jobs = options->Common.Jobs;
             const CExportOutcome outcome = Export(document, request);
@@ -321,6 +356,7 @@ void AddExportCommand(CCommandLine& line)
                      "read the file back and compare each tile with the document");
     command.add_flag("--bigtiff", options->Request.IsBigTiff, "write a BigTIFF file even where it need not be one");
     AddBackgroundOption(command, options->Background);
+    AddStrictOption(command, options->Request.IsStrict, "is filled, not served, left out or undecodable");
     options->Common.AddTo(command);
     command.add_option("-o,--output", options->Request.Output, "file to write: NAME.ome.tif")->required();
     AddOutputOptions(command);

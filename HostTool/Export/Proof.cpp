@@ -16,8 +16,8 @@ struct CProof::CHandle
     TIFF* Tiff;
 };
 
-CProof::CProof(const std::filesystem::path& file, const std::filesystem::path& name, CColour background, unsigned jobs,
-               CProgress& progress)
+CProof::CProof(const std::filesystem::path& file, const std::filesystem::path& name,
+               const std::optional<CColour>& background, unsigned jobs, CProgress& progress)
     : _Name(name), _Background(background), _Jobs(jobs), _Progress(progress)
 {
     // A compression that is stored is nothing that the library has to know.

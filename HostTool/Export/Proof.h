@@ -18,8 +18,8 @@ class CProof
 {
 public:
     /// `name` is what the file is going to be called. Throws CHostError if it can't be opened.
-    CProof(const std::filesystem::path& file, const std::filesystem::path& name, CColour background, unsigned jobs,
-           CProgress& progress);
+    CProof(const std::filesystem::path& file, const std::filesystem::path& name,
+           const std::optional<CColour>& background, unsigned jobs, CProgress& progress);
     ~CProof();
     CProof(const CProof&) = delete;
     CProof& operator=(const CProof&) = delete;
@@ -41,7 +41,7 @@ private:
 
     struct CHandle;
     std::filesystem::path _Name;
-    CColour _Background;
+    std::optional<CColour> _Background;
     unsigned _Jobs;
     CProgress& _Progress;
     std::unique_ptr<CHandle> _File;

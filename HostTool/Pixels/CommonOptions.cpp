@@ -67,9 +67,17 @@ void AddBackgroundOption(CLI::App& command, std::string& colour)
 {
     const auto check = [](const std::string& text)
     { return ParseColour(text) ? "" : "'" + text + "' is no colour; give white, black or six hexadecimal digits"; };
-    command.add_option("--background", colour, "colour of what has no tile: white, black or six hexadecimal digits")
-        ->check(CLI::Validator(check, "COLOUR"))
-        ->capture_default_str();
+    command
+        .add_option(
+            "--background", colour,
+            "colour of what has no tile: white, black or six hexadecimal digits. Default: white for a picture in "
+            "red, green and blue, 0 for grey and for several channels")
+        ->check(CLI::Validator(check, "COLOUR"));
+}
+
+void AddStrictOption(CLI::App& command, bool& isStrict, const std::string& what)
+{
+    command.add_flag("--strict", isStrict, "fail, with exit code 1, if anything " + what);
 }
 
 std::optional<CColour> ParseColour(const std::string& text)

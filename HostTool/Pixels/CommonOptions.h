@@ -27,6 +27,9 @@ void AddPositionOptions(CLI::App& command, CPosition& position);
 /// What becomes of an output that is there already.
 void AddOutputOptions(CLI::App& command);
 
+/// A flag that makes whatever `what` says a failure.
+void AddStrictOption(CLI::App& command, bool& isStrict, const std::string& what);
+
 /// The colour is checked, but left as text.
 void AddBackgroundOption(CLI::App& command, std::string& colour);
 

@@ -107,6 +107,7 @@ public:
     }
     uint32_t NumOfPictures() const { return std::max(1U, static_cast<uint32_t>(_OneByOne.size())); }
     const CTileFailures& Failures() const { return _Stitcher.Failures(); }
+    uint64_t NumOfFilled() const { return _Stitcher.NumOfFilled() + Failures().Count(); }
     bool IsBlended() const { return !_Blended.empty(); }
 
     void Write(CPictureWriter& writer)
@@ -188,6 +189,20 @@ std::string TextOfFormat(const CPixelFormat& format)
            std::to_string(8 * format.BytesPerComponent) + " bits";
 }
 
+/// Of a picture that may lack nothing. Throws CHostError.
+void RequireComplete(const CGroupPixels& pixels, const CRegionMaker& maker)
+{
+    if (maker.NumOfFilled() == 0 && pixels.Limits().empty())
+        return;
+    std::string why = TextOfCount(maker.NumOfFilled(), "tile") + " filled";
+    if (maker.Failures().Count() > 0)
+        why += ", " + maker.Failures().Text("decoded");
+    for (const std::string& limit : pixels.Limits())
+        why += ", " + limit;
+    throw CHostError(ExitCode::BadFile,
+                     pixels.Document().Path().string() + ": --strict: " + why + "; nothing is written");
+}
+
 CPixelRect ParseRect(const std::vector<int64_t>& numbers)
 {
     constexpr int64_t most = int64_t{1} << 40; // sums of two stay far from the limits
@@ -212,6 +227,8 @@ CRegionOutcome WriteRegion(const CDocument& document, const CRegionRequest& requ
     const CPictureFacts facts = maker.Facts();
     const auto writer = MakePictureWriter(request.Output, facts, maker.NumOfPictures());
     maker.Write(*writer);
+    if (request.IsStrict)
+        RequireComplete(pixels, maker);
     writer->Finish();
 
     CRegionOutcome outcome;
@@ -220,6 +237,8 @@ CRegionOutcome WriteRegion(const CDocument& document, const CRegionRequest& requ
                    " pixels, " + TextOfFormat(facts.Format) + (maker.IsBlended() ? ", blended" : "");
     if (maker.NumOfPictures() > 1)
         outcome.Line += ", " + std::to_string(maker.NumOfPictures()) + " pictures";
+    if (maker.NumOfFilled() > 0)
+        outcome.Line += ", " + TextOfCount(maker.NumOfFilled(), "tile") + " filled";
     if (const CTileFailures& failures = maker.Failures(); failures.Count() > 0)
     {
         outcome.Remarks.push_back(document.Path().string() + ": " + failures.Text("decoded"));
@@ -234,7 +253,7 @@ void AddRegionCommand(CCommandLine& line)
     {
         CRegionRequest Request;
         std::vector<int64_t> Rect;
-        std::string Background = "white";
+        std::string Background;
         CCommonOptions Common;
     };
     const auto options = std::make_shared<COptions>();
@@ -245,7 +264,7 @@ void AddRegionCommand(CCommandLine& line)
                         [options](const CDocument& document)
                         {
                             CRegionRequest& request = options->Request;
-                            request.Background = ParseColour(options->Background).value_or(CColour());
+                            request.Background = ParseColour(options->Background);
                             if (!options->Rect.empty())
                                 request.Rect = ParseRect(options->Rect);
                             request.Values = options->Common.Values();
@@ -275,6 +294,7 @@ void AddRegionCommand(CCommandLine& line)
     command.add_flag("--blend", request.IsBlended, "blend the channels given by -c");
     AddPositionOptions(command, request.Position);
     AddBackgroundOption(command, options->Background);
+    AddStrictOption(command, request.IsStrict, "is filled, not served or undecodable");
     options->Common.AddTo(command);
     command
         .add_option("-o,--output", request.Output,

@@ -21,6 +21,7 @@ struct CVerifyRequest
     CCommonOptions Common;
     bool IsDecoding = false;
     bool IsEachTileListed = false;
+    bool IsStrict = false;
     std::filesystem::path Hashes;
     std::filesystem::path Against;
 };
@@ -75,6 +76,10 @@ ExitCode Verify(const std::filesystem::path& plugin, const std::filesystem::path
     if (const uint64_t numOfBad = checked.NumOfBadTiles())
         throw CHostError(ExitCode::BadFile, checked.Path.string() + ": " + TextOfCount(numOfBad, "bad tile") +
                                                 "; 'zel tiles' tells where tiles lie");
+    const uint64_t notServed = checked.Counts()[static_cast<size_t>(Verdict::NotServed)];
+    if (request.IsStrict && notServed > 0)
+        throw CHostError(ExitCode::BadFile, checked.Path.string() + ": --strict: " + TextOfCount(notServed, "tile") +
+                                                " not served; the output tells why");
     if (!isAsBefore)
         throw CHostError(ExitCode::NotEqual, checked.Path.string() + ": is not as it was when " +
                                                  request.Against.string() +
@@ -99,6 +104,7 @@ void AddVerifyCommand(CCommandLine& line)
     command.add_option("--hashes", request->Hashes,
                        "write the hashes of tiles, levels and document as JSON; - for standard output");
     command.add_option("--against", request->Against, "compare with hashes that were written before");
+    AddStrictOption(command, request->IsStrict, "is not served");
     request->Common.AddTo(command);
     AddOutputOptions(command);
 }
