@@ -5,6 +5,7 @@
 
 #include <array>
 #include <cerrno>
+#include <charconv>
 #include <cstring>
 
 namespace HostTool
@@ -278,12 +279,19 @@ std::optional<std::string> CGroup::DisplayProperty(std::wstring name) const
     return CustomText(std::move(name), nullptr);
 }
 
-std::optional<std::string> CGroup::ExposureTime(uint32_t channel) const
+std::optional<double> CGroup::ExposureTime(uint32_t channel) const
 {
     std::wstring text = std::to_wstring(channel);
     AC_PARAM_ELEMENT element{L"channelId", text.data()};
     const AC_PARAM parameters{1, &element};
-    return CustomText(L"ZEL_GroupExposureTime", &parameters);
+    const auto time = CustomText(L"ZEL_GroupExposureTime", &parameters);
+    if (!time)
+        return std::nullopt;
+    const std::string number = time->substr(0, time->find('\0'));
+    double value = 0;
+    const auto [end, error] = std::from_chars(number.data(), number.data() + number.size(), value);
+    const bool isNumber = error == std::errc() && end == number.data() + number.size();
+    return isNumber ? std::optional(value) : std::nullopt;
 }
 
 CDocument::CDocument(const CPluginHost& host, const std::filesystem::path& path)

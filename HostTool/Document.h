@@ -114,8 +114,8 @@ public:
     CArea FirstArea() const;
     /// One display property of the group, as L"ZEL_GroupFrameOrigin"; nothing if the document doesn't tell.
     std::optional<std::string> DisplayProperty(std::wstring name) const;
-    /// The exposure time of a channel, a number whose unit the plug-in doesn't tell; nothing if it doesn't know it.
-    std::optional<std::string> ExposureTime(uint32_t channel) const;
+    /// The exposure time of a channel in microseconds; nothing if the plug-in doesn't know it.
+    std::optional<double> ExposureTime(uint32_t channel) const;
 
 private:
     std::string Where(int level) const;

@@ -29,17 +29,6 @@ std::string OrUnknown(const std::optional<std::string>& text)
     return text ? Printable(*text) : "unknown";
 }
 
-std::string SymbolOf(const std::string& units)
-{
-    if (units == "10^-3m^1")
-        return "mm";
-    if (units == "10^-6m^1")
-        return "um";
-    if (units == "10^-9m^1")
-        return "nm";
-    return units;
-}
-
 /// Facts with their names before them; those that the document doesn't tell are left out.
 class CFactList
 {
@@ -128,27 +117,28 @@ std::optional<std::string> TextOfOverview(const CDocumentFacts& facts)
 void PrintChannels(std::ostream& out, const std::vector<CChannelFacts>& channels)
 {
     CTable table;
-    table.Add({"channel", "name", "stored as", "colours", "bits", "shown", "from", "to", "exposure"});
+    table.Add({"channel", "name", "compression", "colours", "bits", "shown", "shadow", "highlight", "exposure"});
     for (const CChannelFacts& channel : channels)
-        table.Add(
-            {std::to_string(channel.ID), OrUnknown(channel.Name), OrUnknown(channel.Format),
-             OrUnknown(channel.ColorSpace), channel.NumOfUsedBits ? std::to_string(*channel.NumOfUsedBits) : "unknown",
-             channel.BrightestColour().value_or("as it is"),
-             channel.Limits ? std::to_string(channel.Limits->Shadow) : "unknown",
-             channel.Limits ? std::to_string(channel.Limits->Highlight) : "unknown", OrUnknown(channel.ExposureTime)});
+        table.Add({std::to_string(channel.ID), OrUnknown(channel.Name), OrUnknown(channel.Format),
+                   OrUnknown(channel.ColorSpace),
+                   channel.NumOfUsedBits ? std::to_string(*channel.NumOfUsedBits) : "unknown",
+                   channel.BrightestColour().value_or("as it is"),
+                   channel.Limits ? std::to_string(channel.Limits->Shadow) : "unknown",
+                   channel.Limits ? std::to_string(channel.Limits->Highlight) : "unknown",
+                   channel.ExposureTime ? TextOf(*channel.ExposureTime) + " us" : "unknown"});
     table.Print(out, "  ");
 }
 
 void PrintAxes(std::ostream& out, const std::vector<CAxisFacts>& axes)
 {
     CTable table;
-    table.Add({"axis", "positions", "from", "to", "step", "unit"});
+    table.Add({"axis", "positions", "start", "end", "step", "unit"});
     for (const CAxisFacts& axis : axes)
     {
         const auto number = [](std::optional<double> value) { return value ? TextOf(*value) : "unknown"; };
         table.Add({NameOf(axis.Type), std::to_string(axis.NumOfPositions), number(axis.Start), number(axis.End),
                    axis.Step == 0.0 ? "uneven" : number(axis.Step),
-                   axis.Units ? Printable(SymbolOf(*axis.Units)) : "unknown"});
+                   axis.Units ? Printable(UnitNameOf(*axis.Units)) : "unknown"});
     }
     if (!axes.empty())
         table.Print(out, "  ");

@@ -15,7 +15,7 @@ namespace
 
 using Json = nlohmann::ordered_json;
 
-constexpr int SchemaVersion = 1;
+constexpr int SchemaVersion = 2;
 
 template <typename T>
 Json OrNull(const std::optional<T>& value)
@@ -109,14 +109,19 @@ Json JsonOf(const CChannelFacts& channel)
             {"color", OrNull(channel.BrightestColour())},
             {"lookUpTableSize", channel.LookUpTable.size()},
             {"limits", std::move(limits)},
-            {"exposureTime", OrNull(channel.ExposureTime)}};
+            {"exposureTime", OrNull(channel.ExposureTime)},
+            {"exposureTimeUnit", channel.ExposureTime ? Json("us") : Json()}};
 }
 
 Json JsonOf(const CAxisFacts& axis)
 {
-    return {{"axis", NameOf(axis.Type)}, {"positions", axis.NumOfPositions}, {"start", OrNull(axis.Start)},
-            {"end", OrNull(axis.End)},   {"step", OrNull(axis.Step)},        {"isEven", axis.Step.value_or(0) != 0},
-            {"unit", OrNull(axis.Units)}};
+    return {{"axis", NameOf(axis.Type)},
+            {"positions", axis.NumOfPositions},
+            {"start", OrNull(axis.Start)},
+            {"end", OrNull(axis.End)},
+            {"step", OrNull(axis.Step)},
+            {"isEven", axis.Step.value_or(0) != 0},
+            {"unit", axis.Units ? Json(UnitNameOf(*axis.Units)) : Json()}};
 }
 
 /// By how much a level is smaller than the finest one; nothing if the document doesn't tell.

@@ -123,10 +123,27 @@ struct CRoisRequest
     std::filesystem::path Output;
 };
 
+/// Throws CHostError if several groups have regions: each counts in pixels of its own, and GeoJSON has one space.
+void RequireOneSpace(const CDocument& document, const std::vector<CGroupRegions>& groups)
+{
+    std::string numbers;
+    size_t count = 0;
+    for (const CGroupRegions& group : groups)
+        if (!group.Regions.empty())
+        {
+            numbers += (count++ == 0 ? "" : ", ") + std::to_string(group.Group);
+        }
+    if (count > 1)
+        throw CHostError(ExitCode::WrongUsage, document.Path().string() + ": the groups " + numbers +
+                                                   " have regions, each in pixels of its own; choose one by -g");
+}
+
 /// Answers a line that says what was written.
 std::string WriteRois(const CDocument& document, const CRoisRequest& request)
 {
     const std::vector<CGroupRegions> groups = RegionsOfGroups(document, request.Group);
+    if (request.Format == "geojson")
+        RequireOneSpace(document, groups);
     COutputFile file(request.Output);
     file.Write(request.Format == "csv" ? CsvOf(groups) : GeoJsonOf(groups));
     file.Finish();
@@ -184,7 +201,9 @@ void AddRoisCommand(CCommandLine& line)
                             Say(WriteRois(document, *request));
                             return ExitCode::Done;
                         });
-    command.add_option("-g,--group", request->Group, "group, from 0. Default: all of them")
+    command
+        .add_option("-g,--group", request->Group,
+                    "group, from 0; to be given for geojson if several have regions. Default: all of them")
         ->check(CLI::NonNegativeNumber);
     command
         .add_option("--format", request->Format,

@@ -160,7 +160,7 @@ Json HeadOf(const CTilePlaces& places)
     for (const auto& [directory, bytes] : places.JpegTables())
         tables.push_back({{"directory", directory}, {"base64", ToBase64(bytes)}});
     return {{"format", "zel tiles"},
-            {"version", 1},
+            {"version", 2},
             {"file", places.Index().File().string()},
             {"kind", places.Index().IsTiff() ? "tiff" : "store"},
             {"group", places.Pixels().Group().Number()},
@@ -168,7 +168,7 @@ Json HeadOf(const CTilePlaces& places)
             {"levels", std::move(levels)},
             {"jpegTables", std::move(tables)},
             {"fields",
-             {"level", "column", "row", "channel", "z", "t", "lambda", "directory", "offset", "length", "x", "y", "xUm",
+             {"level", "column", "row", "channel", "z", "t", "lambda", "directory", "offset", "bytes", "x", "y", "xUm",
               "yUm"}}};
 }
 
