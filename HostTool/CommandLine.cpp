@@ -5,6 +5,7 @@
 #include "HostTool/OutputRules.h"
 #include "HostTool/Reader/BuiltInPlugin.h"
 #include "HostTool/Reader/ReaderLog.h"
+#include "HostTool/Reader/SoundStacks.h"
 #include "HostTool/StandardOutput.h"
 #include "HostTool/Text.h"
 
@@ -100,6 +101,20 @@ CLI::App& CCommandLine::AddCommand(const CCommandText& text, DocumentWork work)
             const CPluginHost host = HostOf(plugin);
             const CDocument document(host, file);
             return work(document);
+        });
+}
+
+CLI::App& CCommandLine::AddTolerantCommand(const CCommandText& text, DocumentWork work)
+{
+    return AddFileCommand(
+        text,
+        [work = std::move(work)](const std::filesystem::path& plugin, const std::filesystem::path& file)
+        {
+            const CPluginHost host = HostOf(plugin);
+            const CDocument document = OpenWhatThereIs(host, file);
+            const ExitCode code = work(document);
+            RequireAllThere(document, code);
+            return code;
         });
 }
 

@@ -44,6 +44,9 @@ public:
     /// Adds a command with the argument FILE. The caller adds the command's own options to the answer, which lives as
     /// long as this; what they are stored in has to be owned by `work` (a shared pointer that it captures).
     CLI::App& AddCommand(const CCommandText& text, DocumentWork work);
+    /// The same for work that can do with a document of which some tile stores are missing; the exit code tells of
+    /// them.
+    CLI::App& AddTolerantCommand(const CCommandText& text, DocumentWork work);
     CLI::App& AddFileCommand(const CCommandText& text, FileWork work);
     /// The same without a FILE.
     CLI::App& AddProgramCommand(const CCommandText& text, ProgramWork work);

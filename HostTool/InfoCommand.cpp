@@ -6,6 +6,7 @@
 #include "HostTool/Pixels/TileCodec.h"
 #include "HostTool/Reader/BuiltInPlugin.h"
 #include "HostTool/Reader/ReaderLog.h"
+#include "HostTool/Reader/SoundStacks.h"
 #include "HostTool/Table.h"
 #include "HostTool/Text.h"
 #include "HostTool/TileKind.h"
@@ -238,10 +239,11 @@ std::string ShortTextOf(const CGroupFacts& group)
 ExitCode PrintInfo(const std::filesystem::path& plugin, const std::filesystem::path& file)
 {
     const CPluginHost host = HostOf(plugin);
-    const CDocument document(host, file);
+    const CDocument document = OpenWhatThereIs(host, file);
     const CDocumentFacts facts = FactsOf(document);
     PrintFacts(std::cout, facts);
     PrintFiles(std::cout, FilesOf(CReaderDocument(file)));
+    RequireAllThere(document);
     return ExitCode::Done;
 }
 
@@ -250,6 +252,8 @@ ExitCode PrintKnownAsJson(const std::filesystem::path& plugin, const std::filesy
 {
     const CInfo info = InfoOf(plugin, file);
     PrintJson(std::cout, info);
+    if (!info.Missing.empty())
+        throw info.Missing.front();
     if (!info.Facts)
         CDocument(HostOf(plugin), file); // throws what it failed by
     return ExitCode::Done;

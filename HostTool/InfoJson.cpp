@@ -203,7 +203,7 @@ void PrintJson(std::ostream& out, const CInfo& info)
     Json json = {{"format", "zel info"},
                  {"version", SchemaVersion},
                  {"path", info.Path.string()},
-                 {"isOpened", info.Facts.has_value()},
+                 {"isOpened", info.Facts.has_value() && info.Missing.empty()},
                  {"document", info.Facts ? JsonOf(*info.Facts) : Json()},
                  {"files", info.Files ? JsonOf(*info.Files) : Json()},
                  {"groups", info.Facts ? Json::array() : Json()},

@@ -20,6 +20,7 @@ struct CInfo
 {
     std::filesystem::path Path;
     std::optional<CDocumentFacts> Facts;             ///< nothing: the document can't be opened
+    std::vector<CHostError> Missing;                 ///< what is to be said of groups that can't be read
     std::optional<std::vector<CDocumentFile>> Files; ///< nothing: its metadata can't be read
     std::vector<std::map<int, CStoredCount>> Counts; ///< by group and level; empty if they can't be told
     Diagnostics Remarks;                             ///< beside those of the facts

@@ -5,6 +5,7 @@
 #include "HostTool/Export/Proof.h"
 #include "HostTool/HostError.h"
 #include "HostTool/Pixels/CommonOptions.h"
+#include "HostTool/Reader/SoundStacks.h"
 #include "HostTool/StandardOutput.h"
 #include "HostTool/Text.h"
 
@@ -92,7 +93,9 @@ class CExporter
 public:
     CExporter(const CDocument& document, const CExportRequest& request) : _Document(document), _Request(request)
     {
-        for (int number = 0; number < document.NumOfGroups(); ++number)
+        if (!request.Group)
+            RequireAllThere(document);
+        for (const int number : document.ReadableGroups())
             if (request.Group.value_or(number) == number)
             {
                 _Groups.push_back(std::make_unique<CGroupExport>(document, number, request.Values));
@@ -332,7 +335,7 @@ void AddExportCommand(CCommandLine& line)
         CCommonOptions Common;
     };
     const auto options = std::make_shared<COptions>();
-    CLI::App& command = line.AddCommand(
+    CLI::App& command = line.AddTolerantCommand(
         {"export",
          "Writes a pyramidal OME-TIFF file with all planes. JPEG, JPEG 2000 and raw tiles are copied as stored, bit "
          "for bit; what TIFF cannot hold so is recompressed without loss.",

@@ -106,7 +106,7 @@ std::vector<CGroupRegions> RegionsOfGroups(const CDocument& document, const std:
     if (only)
         RequireGroup(document, *only);
     std::vector<CGroupRegions> groups;
-    for (int number = 0; number < document.NumOfGroups(); ++number)
+    for (const int number : document.ReadableGroups())
     {
         if (only.value_or(number) != number)
             continue;

@@ -101,6 +101,7 @@ void RequireGroup(const CDocument& document, int group)
             ExitCode::WrongUsage,
             document.Path().string() + ": there is no group " + std::to_string(group) + " in the document; " +
                 (numOfGroups == 0 ? "there is none" : "the last one is " + std::to_string(numOfGroups - 1)));
+    document.Group(group); // throws if it can't be read
 }
 
 } // namespace HostTool

@@ -61,7 +61,7 @@ std::array<int64_t, 2> DistanceToOthers(const CDocument& document, const CGroup&
     if (!origin || !pixelSize)
         return {};
     Pair corner = *origin;
-    for (int other = 0; other < document.NumOfGroups(); ++other)
+    for (const int other : document.ReadableGroups())
         if (const auto its = PairOf(document.Group(other).DisplayProperty(L"ZEL_GroupFrameOrigin")))
             corner = {std::min(corner[0], (*its)[0]), std::min(corner[1], (*its)[1])};
     std::array<int64_t, 2> distance{};

@@ -258,23 +258,23 @@ void AddRegionCommand(CCommandLine& line)
     };
     const auto options = std::make_shared<COptions>();
     CLI::App& command =
-        line.AddCommand({"region", "Writes a rectangle of a level to a picture file, stitched from its tiles.",
-                         "  zel region slide.zel -l 2 -o overview.png\n"
-                         "  zel region slide.zel --rect 8000,6000,1024,768 -c 0 -c 1 -o channels.tif"},
-                        [options](const CDocument& document)
-                        {
-                            CRegionRequest& request = options->Request;
-                            request.Background = ParseColour(options->Background);
-                            if (!options->Rect.empty())
-                                request.Rect = ParseRect(options->Rect);
-                            request.Values = options->Common.Values();
-                            request.Jobs = options->Common.Jobs;
-                            const CRegionOutcome outcome = WriteRegion(document, request);
-                            Say(outcome.Line);
-                            for (const std::string& remark : outcome.Remarks)
-                                std::cerr << "zel: " << Printable(remark) << '\n';
-                            return outcome.Code;
-                        });
+        line.AddTolerantCommand({"region", "Writes a rectangle of a level to a picture file, stitched from its tiles.",
+                                 "  zel region slide.zel -l 2 -o overview.png\n"
+                                 "  zel region slide.zel --rect 8000,6000,1024,768 -c 0 -c 1 -o channels.tif"},
+                                [options](const CDocument& document)
+                                {
+                                    CRegionRequest& request = options->Request;
+                                    request.Background = ParseColour(options->Background);
+                                    if (!options->Rect.empty())
+                                        request.Rect = ParseRect(options->Rect);
+                                    request.Values = options->Common.Values();
+                                    request.Jobs = options->Common.Jobs;
+                                    const CRegionOutcome outcome = WriteRegion(document, request);
+                                    Say(outcome.Line);
+                                    for (const std::string& remark : outcome.Remarks)
+                                        std::cerr << "zel: " << Printable(remark) << '\n';
+                                    return outcome.Code;
+                                });
     CRegionRequest& request = options->Request;
     AddGroupOption(command, request.Group);
     command.add_option("-l,--level", request.Level, "level; 0 is the finest")

@@ -211,7 +211,7 @@ void PrintJson(std::ostream& out, const CTilePlaces& places)
 void AddTilesCommand(CCommandLine& line)
 {
     const auto request = std::make_shared<CTilesRequest>();
-    CLI::App& command = line.AddCommand(
+    CLI::App& command = line.AddTolerantCommand(
         {"tiles",
          "Prints where every stored tile of a group lies: file, offset and length, and its place in the "
          "picture, from the picture's upper left corner.",

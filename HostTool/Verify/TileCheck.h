@@ -56,6 +56,7 @@ struct CCheckedDocument
 {
     std::filesystem::path Path;
     std::vector<CCheckedGroup> Groups;
+    std::vector<CHostError> Missing;   ///< what is to be said of groups that can't be read
     std::vector<std::string> Failures; ///< a line for each bad tile of the first ones: where, and why
     double Seconds = 0;
 

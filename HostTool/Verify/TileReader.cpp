@@ -3,6 +3,7 @@
 #include "HostTool/DecodedTile.h"
 #include "HostTool/Pixels/JpegHeader.h"
 #include "HostTool/Pixels/StreamCheck.h"
+#include "HostTool/Reader/SoundStacks.h"
 
 #define XXH_INLINE_ALL
 #include <xxhash.h>
@@ -12,11 +13,10 @@ namespace HostTool
 
 CTileReader::CTileReader(const CPluginHost& host, const std::filesystem::path& path, std::span<const CGroupIndex> index,
                          const CCheckOptions& options)
-    : _Document(host, path), _Index(index), _Options(options)
+    : _Document(OpenWhatThereIs(host, path)), _Index(index), _Options(options)
 {
-    const int numOfGroups = _Document.NumOfGroups();
-    for (int group = 0; group < numOfGroups; ++group)
-        _Groups.push_back(std::make_unique<CCheckedGroupPixels>(CGroupPixels(_Document, group, options.Values)));
+    for (const int group : _Document.ReadableGroups())
+        _Groups.emplace(group, std::make_unique<CCheckedGroupPixels>(CGroupPixels(_Document, group, options.Values)));
 }
 
 const CGroupIndex& CTileReader::IndexOf(const CGroupPixels& pixels) const
@@ -26,7 +26,7 @@ const CGroupIndex& CTileReader::IndexOf(const CGroupPixels& pixels) const
 
 CCheckedTile CTileReader::Check(int groupNumber, int levelNumber, uint64_t area, const CPosition& position)
 {
-    CCheckedGroupPixels& group = *_Groups.at(static_cast<size_t>(groupNumber));
+    CCheckedGroupPixels& group = *_Groups.at(groupNumber);
     const CLevel& level = group.Pixels.Level(levelNumber);
     const int64_t col = level.FirstCol + static_cast<int64_t>(area % level.Grid.Cols);
     const int64_t row = level.FirstRow + static_cast<int64_t>(area / level.Grid.Cols);

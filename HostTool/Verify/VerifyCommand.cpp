@@ -76,6 +76,8 @@ ExitCode Verify(const std::filesystem::path& plugin, const std::filesystem::path
     if (const uint64_t numOfBad = checked.NumOfBadTiles())
         throw CHostError(ExitCode::BadFile, checked.Path.string() + ": " + TextOfCount(numOfBad, "bad tile") +
                                                 "; 'zel tiles' tells where tiles lie");
+    if (!checked.Missing.empty())
+        throw checked.Missing.front();
     const uint64_t notServed = checked.Counts()[static_cast<size_t>(Verdict::NotServed)];
     if (request.IsStrict && notServed > 0)
         throw CHostError(ExitCode::BadFile, checked.Path.string() + ": --strict: " + TextOfCount(notServed, "tile") +
