@@ -50,108 +50,124 @@ void TidyUpAndEnd(int signal)
     std::exit(work());
 }
 
-std::atomic<pid_t> Child;
+/// Those that run, where a handler of signals finds them.
+std::array<std::atomic<pid_t>, 512> Children;
 
-void PassOnToChild(int signal)
+/// Puts `to` in the place of the first that is `from`.
+void Exchange(pid_t from, pid_t to)
 {
-    kill(Child, signal);
+    for (auto& child : Children)
+        if (pid_t expected = from; child.compare_exchange_strong(expected, to))
+            return;
 }
 
-/// By which somebody ends a program, or a timer that he set.
-constexpr std::array SignalsOfUsers = {SIGINT,  SIGTERM, SIGHUP,    SIGQUIT, SIGUSR1, SIGUSR2,
-                                       SIGALRM, SIGPROF, SIGVTALRM, SIGIO,   SIGPWR};
-
-bool IsOfUsers(int signal)
+void SignalChildren(int signal)
 {
-    return std::find(SignalsOfUsers.begin(), SignalsOfUsers.end(), signal) != SignalsOfUsers.end();
+    for (const auto& child : Children)
+        if (const pid_t process = child.load())
+            kill(process, signal);
 }
 
-/// Hands the signals of users on while this lives, and ends this process by those that ended the child. Those that the
-/// caller of the program had ignored stay so.
-class CSignalsHandedOn
+CChildEnd EndOf(int status)
 {
-public:
-    CSignalsHandedOn()
-    {
-        struct sigaction action = {};
-        action.sa_handler = PassOnToChild;
-        for (size_t i = 0; i < SignalsOfUsers.size(); ++i)
-        {
-            sigaction(SignalsOfUsers[i], nullptr, &_Former[i]);
-            if (_Former[i].sa_handler != SIG_IGN)
-                sigaction(SignalsOfUsers[i], &action, nullptr);
-        }
-    }
-    ~CSignalsHandedOn()
-    {
-        for (size_t i = 0; i < SignalsOfUsers.size(); ++i)
-            sigaction(SignalsOfUsers[i], &_Former[i], nullptr);
-    }
-    CSignalsHandedOn(const CSignalsHandedOn&) = delete;
-    CSignalsHandedOn& operator=(const CSignalsHandedOn&) = delete;
-
-private:
-    std::array<struct sigaction, SignalsOfUsers.size()> _Former = {};
-};
-
-/// `signals` is the mask to be set when those of users can be handed on.
-int WaitFor(pid_t child, const sigset_t& signals)
-{
-    // Who ends this process means the child, which is to be waited for: it may leave files behind.
-    Child = child;
-    const CSignalsHandedOn handedOn;
-    sigprocmask(SIG_SETMASK, &signals, nullptr);
-    int status = 0;
-    while (waitpid(child, &status, 0) < 0)
-        if (errno != EINTR)
-            throw CHostError(ExitCode::Machine, std::string("cannot wait for the reading process: ") +
-                                                    std::strerror(errno) + "; try again");
-    return status;
-}
-
-/// Blocks the signals of users. Answers the mask that was set before.
-sigset_t BlockSignals()
-{
-    sigset_t blocked;
-    sigemptyset(&blocked);
-    for (const int signal : SignalsOfUsers)
-        sigaddset(&blocked, signal);
-    sigset_t former;
-    sigprocmask(SIG_BLOCK, &blocked, &former);
-    return former;
+    return WIFEXITED(status) ? CChildEnd{WEXITSTATUS(status), 0} : CChildEnd{0, WTERMSIG(status)};
 }
 
 } // namespace
 
-CChildEnd RunInChild(const std::function<int()>& work)
+bool IsOfUser(int signal)
+{
+    return std::find(SignalsOfUsers.begin(), SignalsOfUsers.end(), signal) != SignalsOfUsers.end();
+}
+
+void EndBySignal(int signal)
+{
+    std::signal(signal, SIG_DFL);
+    std::raise(signal);
+}
+
+CChildren::CChildren()
+{
+    // They are blocked but for the time of waiting: one that came before a child is known would end this process alone.
+    sigset_t blocked;
+    sigemptyset(&blocked);
+    struct sigaction action = {};
+    action.sa_handler = SignalChildren;
+    for (size_t i = 0; i < SignalsOfUsers.size(); ++i)
+    {
+        sigaddset(&blocked, SignalsOfUsers[i]);
+        sigaction(SignalsOfUsers[i], nullptr, &_FormerActions[i]);
+        // Those that the caller of the program had ignored stay so.
+        if (_FormerActions[i].sa_handler != SIG_IGN)
+            sigaction(SignalsOfUsers[i], &action, nullptr);
+    }
+    sigprocmask(SIG_BLOCK, &blocked, &_FormerMask);
+    PartFiles::Share();
+}
+
+CChildren::~CChildren()
+{
+    SignalChildren(SIGTERM);
+    for (const auto& child : Children)
+        if (const pid_t process = child.load())
+        {
+            waitpid(process, nullptr, 0);
+            PartFiles::RemoveThoseOf(process);
+            Exchange(process, 0);
+        }
+    for (size_t i = 0; i < SignalsOfUsers.size(); ++i)
+        sigaction(SignalsOfUsers[i], &_FormerActions[i], nullptr);
+    sigprocmask(SIG_SETMASK, &_FormerMask, nullptr);
+}
+
+pid_t CChildren::Start(const std::function<int()>& work)
 {
     std::cout.flush();
-    PartFiles::Share();
     const pid_t self = getpid();
-    // One that came before the child is known would end this process alone.
-    const sigset_t signals = BlockSignals();
     const pid_t child = fork();
     if (child == 0)
-        EndAsChild(self, signals, work);
+    {
+        for (auto& sibling : Children)
+            sibling = 0;
+        for (size_t i = 0; i < SignalsOfUsers.size(); ++i)
+            sigaction(SignalsOfUsers[i], &_FormerActions[i], nullptr);
+        EndAsChild(self, _FormerMask, work);
+    }
     if (child < 0)
-    {
-        const int reason = errno;
-        sigprocmask(SIG_SETMASK, &signals, nullptr);
-        throw CHostError(ExitCode::Machine, std::string("cannot start a process: ") + std::strerror(reason) +
+        throw CHostError(ExitCode::Machine, std::string("cannot start a process: ") + std::strerror(errno) +
                                                 "; end other programs and try again");
-    }
-    const int status = WaitFor(child, signals);
+    Exchange(0, child);
+    return child;
+}
+
+CChildren::CEnded CChildren::Wait()
+{
+    sigset_t blocked;
+    sigprocmask(SIG_SETMASK, &_FormerMask, &blocked);
+    int status = 0;
+    pid_t child = 0;
+    while ((child = waitpid(-1, &status, 0)) < 0)
+        if (errno != EINTR)
+            throw CHostError(ExitCode::Machine, std::string("cannot wait for the reading process: ") +
+                                                    std::strerror(errno) + "; try again");
+    sigprocmask(SIG_SETMASK, &blocked, nullptr);
+    Exchange(child, 0);
     PartFiles::RemoveThoseOf(child);
-    if (WIFEXITED(status))
-        return {WEXITSTATUS(status), 0};
-    const int signal = WTERMSIG(status);
-    // Nobody reads a pipe any more: that is how every program ends then, without a word.
-    if (IsOfUsers(signal) || signal == SIGPIPE)
+    return {child, EndOf(status)};
+}
+
+CChildEnd RunInChild(const std::function<int()>& work)
+{
+    CChildEnd end;
     {
-        std::signal(signal, SIG_DFL);
-        std::raise(signal);
+        CChildren children;
+        children.Start(work);
+        end = children.Wait().End;
     }
-    return {0, signal};
+    // Nobody reads a pipe any more: that is how every program ends then, without a word.
+    if (IsOfUser(end.Signal) || end.Signal == SIGPIPE)
+        EndBySignal(end.Signal);
+    return end;
 }
 
 CHostError EarlyEnd(const std::string& document, const CChildEnd& end)
@@ -165,6 +181,8 @@ CHostError EarlyEnd(const std::string& document, const CChildEnd& end)
         return {ExitCode::Machine, document + ": a file grew beyond the limit for file sizes; raise it (ulimit -f)"};
     case SIGXCPU:
         return {ExitCode::Machine, document + ": the limit for processor time was reached; raise it (ulimit -t)"};
+    case SIGPIPE:
+        return {ExitCode::Machine, document + ": nobody reads the pipe that it is written to"};
     default:
         return {ExitCode::BadFile, document + ": reading it ended early (" + strsignal(end.Signal) +
                                        "): it holds data of a kind that the plug-in does not know, or it is damaged"};

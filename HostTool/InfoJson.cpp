@@ -197,7 +197,7 @@ Json JsonOf(const CGroupFacts& group, const std::map<int, CStoredCount>& counts)
 
 } // namespace
 
-void PrintJson(std::ostream& out, const CInfo& info)
+std::string JsonOf(const CInfo& info, bool isPretty)
 {
     static const Diagnostics none;
     Json json = {{"format", "zel info"},
@@ -212,7 +212,7 @@ void PrintJson(std::ostream& out, const CInfo& info)
     for (size_t i = 0; info.Facts && i < info.Facts->Groups.size(); ++i)
         json["groups"].push_back(JsonOf(info.Facts->Groups[i], i < info.Counts.size() ? info.Counts[i] : noCounts));
     // What is no UTF-8 in the document must not spoil all else.
-    out << json.dump(2, ' ', false, Json::error_handler_t::replace) << '\n';
+    return json.dump(isPretty ? 2 : -1, ' ', false, Json::error_handler_t::replace) + "\n";
 }
 
 } // namespace HostTool

@@ -3,7 +3,7 @@
 #include "HostTool/DocumentFacts.h"
 #include "HostTool/Reader/FileRoles.h"
 
-#include <ostream>
+#include <string>
 
 namespace HostTool
 {
@@ -31,6 +31,7 @@ CInfo InfoOf(const std::filesystem::path& plugin, const std::filesystem::path& f
 
 /// The facts as JSON. Its keys stay, and mean the same, as long as "version" does; new ones may come. What is unknown
 /// is null.
-void PrintJson(std::ostream& out, const CInfo& info);
+/// In one line, or in many for people.
+std::string JsonOf(const CInfo& info, bool isPretty);
 
 } // namespace HostTool

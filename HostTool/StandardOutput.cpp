@@ -3,6 +3,7 @@
 #include "HostTool/HostError.h"
 #include "HostTool/Text.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
@@ -24,6 +25,14 @@ enum class SaidTo
 };
 
 SaidTo Listener = SaidTo::StandardOutput;
+
+/// `reason`: the error of the system; 0 if it is not known any more.
+[[noreturn]] void FailToPrint(int reason)
+{
+    throw CHostError(ExitCode::Machine, std::string("standard output: cannot be written") +
+                                            (reason == 0 ? "" : std::string(": ") + std::strerror(reason)) +
+                                            "; what was printed is not complete");
+}
 
 } // namespace
 
@@ -59,16 +68,25 @@ void Say(const std::string& line)
     WhereItIsSaid() << Printable(line) << '\n';
 }
 
+void PrintWhole(const std::string& text)
+{
+    RequireAllPrinted();
+    for (size_t at = 0; at < text.size();)
+    {
+        const ssize_t written = write(STDOUT_FILENO, text.data() + at, text.size() - at);
+        if (written < 0 && errno != EINTR)
+            FailToPrint(errno);
+        at += static_cast<size_t>(std::max<ssize_t>(0, written));
+    }
+}
+
 void RequireAllPrinted()
 {
     errno = 0;
     std::cout.flush();
     const int reason = errno;
-    if (std::cout && std::ferror(stdout) == 0)
-        return;
-    throw CHostError(ExitCode::Machine, std::string("standard output: cannot be written") +
-                                            (reason == 0 ? "" : std::string(": ") + std::strerror(reason)) +
-                                            "; what was printed is not complete");
+    if (!std::cout || std::ferror(stdout) != 0)
+        FailToPrint(reason);
 }
 
 } // namespace HostTool

@@ -22,6 +22,10 @@ std::ostream& WhereItIsSaid();
 /// Says what was done, in a line for people. It goes to standard output unless that is an output's.
 void Say(const std::string& line);
 
+/// Prints a text in one piece, so that programs that append to one file at the same time do not mix within it. Throws
+/// CHostError.
+void PrintWhole(const std::string& text);
+
 /// Throws CHostError if anything that was printed so far could not be written.
 void RequireAllPrinted();
 

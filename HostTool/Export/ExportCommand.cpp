@@ -4,6 +4,7 @@
 #include "HostTool/Export/PlaneExport.h"
 #include "HostTool/Export/Proof.h"
 #include "HostTool/HostError.h"
+#include "HostTool/OutputPlace.h"
 #include "HostTool/Pixels/CommonOptions.h"
 #include "HostTool/Reader/SoundStacks.h"
 #include "HostTool/StandardOutput.h"
@@ -333,6 +334,7 @@ void AddExportCommand(CCommandLine& line)
         CExportRequest Request;
         std::string Background;
         CCommonOptions Common;
+        COutputPlace Output;
     };
     const auto options = std::make_shared<COptions>();
     CLI::App& command = line.AddTolerantCommand(
@@ -344,8 +346,9 @@ void AddExportCommand(CCommandLine& line)
         {
             CExportRequest& request = options->Request;
             request.Background = ParseColour(options->Background);
+            request.Output = options->Output.For(document.Path());
             request.Values = options->Common.Values();
-            request.Jobs = options->Common.Jobs;
+            request.Jobs = options->Common.JobsOfOne();
             const CExportOutcome outcome = Export(document, request);
             for (const std::string& text : outcome.Lines)
                 Say(text);
@@ -361,8 +364,14 @@ void AddExportCommand(CCommandLine& line)
     AddBackgroundOption(command, options->Background);
     AddStrictOption(command, options->Request.IsStrict, "is filled, not served, left out or undecodable");
     options->Common.AddTo(command);
-    command.add_option("-o,--output", options->Request.Output, "file to write: NAME.ome.tif")->required();
+    options->Output.AddTo(command, "-o,--output", "file to write: NAME.ome.tif", "{stem}.ome.tif");
     AddOutputOptions(command);
+    line.TakeSeveral(command,
+                     [options](const auto& files)
+                     {
+                         options->Output.RequireGiven();
+                         options->Output.Prepare(files);
+                     });
 }
 
 } // namespace HostTool

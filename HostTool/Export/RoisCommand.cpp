@@ -1,6 +1,7 @@
 #include "HostTool/Export/RoisCommand.h"
 
 #include "HostTool/OutputFile.h"
+#include "HostTool/OutputPlace.h"
 #include "HostTool/Pixels/CommonOptions.h"
 #include "HostTool/StandardOutput.h"
 #include "HostTool/Text.h"
@@ -85,17 +86,6 @@ Json FeatureOf(const CGroupRegions& group, const CRegionFacts& region)
     return {{"type", "Feature"}, {"properties", properties}, {"geometry", geometry}};
 }
 
-/// A field as tables have it: in quotes if it holds anything that separates.
-std::string Quoted(const std::string& text)
-{
-    if (text.find_first_of(",\"\r\n") == std::string::npos)
-        return text;
-    std::string quoted = "\"";
-    for (const char c : text)
-        quoted += c == '"' ? std::string("\"\"") : std::string(1, c);
-    return quoted + "\"";
-}
-
 std::string NumberText(double number)
 {
     return Json(number).dump(); // the shortest text, in any locale
@@ -120,7 +110,7 @@ struct CRoisRequest
 {
     std::optional<int> Group; ///< nothing: all of them
     std::string Format = "geojson";
-    std::filesystem::path Output;
+    COutputPlace Output;
 };
 
 /// Throws CHostError if several groups have regions: each counts in pixels of its own, and GeoJSON has one space.
@@ -144,13 +134,14 @@ std::string WriteRois(const CDocument& document, const CRoisRequest& request)
     const std::vector<CGroupRegions> groups = RegionsOfGroups(document, request.Group);
     if (request.Format == "geojson")
         RequireOneSpace(document, groups);
-    COutputFile file(request.Output);
+    const std::filesystem::path output = request.Output.For(document.Path());
+    COutputFile file(output);
     file.Write(request.Format == "csv" ? CsvOf(groups) : GeoJsonOf(groups));
     file.Finish();
     uint64_t numOfRegions = 0;
     for (const CGroupRegions& group : groups)
         numOfRegions += group.Regions.size();
-    return request.Output.string() + ": " + TextOfCount(numOfRegions, "region");
+    return output.string() + ": " + TextOfCount(numOfRegions, "region");
 }
 
 } // namespace
@@ -182,9 +173,10 @@ std::string CsvOf(const std::vector<CGroupRegions>& groups)
             {
                 const Points point = {PlaceOf(region.Points[vertex], group.Finest)};
                 const auto length = InMicrometres(point, group.Finest);
-                text += std::to_string(group.Group) + "," + Quoted(region.ID) + "," + Quoted(region.Name.value_or("")) +
-                        "," + Quoted(region.Type.value_or("")) + "," + Quoted(region.Shape.value_or("")) + "," +
-                        std::to_string(vertex) + "," + NumberText(point[0][0]) + "," + NumberText(point[0][1]) + "," +
+                text += std::to_string(group.Group) + "," + CsvField(region.ID) + "," +
+                        CsvField(region.Name.value_or("")) + "," + CsvField(region.Type.value_or("")) + "," +
+                        CsvField(region.Shape.value_or("")) + "," + std::to_string(vertex) + "," +
+                        NumberText(point[0][0]) + "," + NumberText(point[0][1]) + "," +
                         (length ? NumberText((*length)[0][0]) + "," + NumberText((*length)[0][1]) : ",") + "\n";
             }
     return text;
@@ -211,8 +203,15 @@ void AddRoisCommand(CCommandLine& line)
                     "of an ellipse being the corners of the rectangle around it")
         ->check(CLI::IsMember({"geojson", "csv"}))
         ->capture_default_str();
-    command.add_option("-o,--output", request->Output, "file to write; - for standard output")->required();
+    request->Output.AddTo(command, "-o,--output", "file to write; - for standard output", "{stem}.geojson");
     AddOutputOptions(command);
+    line.TakeSeveral(command,
+                     [request](const auto& files)
+                     {
+                         request->Output.RequireGiven();
+                         request->Output.SetPattern("{stem}." + request->Format);
+                         request->Output.Prepare(files);
+                     });
 }
 
 } // namespace HostTool

@@ -1,6 +1,7 @@
 #include "HostTool/Pixels/CommonOptions.h"
 
 #include "HostTool/HostError.h"
+#include "HostTool/ManyFiles.h"
 #include "HostTool/OutputRules.h"
 #include "HostTool/Pixels/Parallel.h"
 
@@ -13,8 +14,6 @@ namespace HostTool
 namespace
 {
 
-constexpr unsigned MostJobs = 256;
-
 const std::map<std::string, ValueKind> NamesOfValueKinds = {
     {"unsigned", ValueKind::Unsigned}, {"signed", ValueKind::Signed}, {"float", ValueKind::Float}};
 
@@ -26,10 +25,17 @@ std::optional<ValueKind> CCommonOptions::Values() const
     return kind == NamesOfValueKinds.end() ? std::nullopt : std::optional(kind->second);
 }
 
+unsigned CCommonOptions::JobsOfOne() const
+{
+    return std::max(1U, Jobs / FilesAtOnce());
+}
+
 void CCommonOptions::AddTo(CLI::App& command)
 {
     Jobs = UsualNumOfJobs();
-    command.add_option("-j,--jobs", Jobs, "threads to decode on. Default: one for each processor")
+    command
+        .add_option("-j,--jobs", Jobs,
+                    "threads to decode on, of all documents together. Default: one for each processor")
         ->check(CLI::Range(1U, MostJobs));
     command
         .add_option("--values", ValuesText,

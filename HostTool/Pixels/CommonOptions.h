@@ -10,10 +10,15 @@ class App;
 namespace HostTool
 {
 
+/// More threads or documents at once make nothing faster.
+constexpr unsigned MostJobs = 256;
+
 /// Options of all commands that read many tiles.
 struct CCommonOptions
 {
     unsigned Jobs = 0; ///< set by AddTo
+    /// The threads for one of the documents that are read at once; at least 1.
+    unsigned JobsOfOne() const;
     std::string ValuesText;
 
     /// What the user says of raw values; nothing if he doesn't.

@@ -268,7 +268,7 @@ void AddRegionCommand(CCommandLine& line)
                                     if (!options->Rect.empty())
                                         request.Rect = ParseRect(options->Rect);
                                     request.Values = options->Common.Values();
-                                    request.Jobs = options->Common.Jobs;
+                                    request.Jobs = options->Common.JobsOfOne();
                                     const CRegionOutcome outcome = WriteRegion(document, request);
                                     Say(outcome.Line);
                                     for (const std::string& remark : outcome.Remarks)

@@ -1,6 +1,7 @@
 #include "HostTool/Pixels/SmallPictureCommands.h"
 
 #include "HostTool/OutputFile.h"
+#include "HostTool/OutputPlace.h"
 #include "HostTool/Pixels/Bitmap.h"
 #include "HostTool/Pixels/CommonOptions.h"
 #include "HostTool/Pixels/PictureFile.h"
@@ -58,23 +59,27 @@ std::string WritePicture(const CDocument& document, const ByteBuffer& bytes, std
 }
 
 void AddPictureCommand(CCommandLine& line, const CCommandText& text, const std::string& what,
-                       std::optional<ByteBuffer> (*read)(const CDocument&))
+                       const std::string& pattern, std::optional<ByteBuffer> (*read)(const CDocument&))
 {
-    const auto output = std::make_shared<std::filesystem::path>();
+    const auto output = std::make_shared<COutputPlace>();
     CLI::App& command = line.AddCommand(text,
                                         [output, what, read](const CDocument& document)
                                         {
                                             const auto bytes = read(document);
                                             if (!bytes || bytes->empty())
                                                 throw Nothing(document, what);
-                                            Say(WritePicture(document, *bytes, *output, what));
+                                            Say(WritePicture(document, *bytes, output->For(document.Path()), what));
                                             return ExitCode::Done;
                                         });
-    command
-        .add_option("-o,--output", *output,
-                    "file to write; without an extension it gets the one that fits; - for standard output")
-        ->required();
+    output->AddTo(command, "-o,--output",
+                  "file to write; without an extension it gets the one that fits; - for standard output", pattern);
     AddOutputOptions(command);
+    line.TakeSeveral(command,
+                     [output](const auto& files)
+                     {
+                         output->RequireGiven();
+                         output->Prepare(files);
+                     });
 }
 
 } // namespace
@@ -83,8 +88,8 @@ void AddThumbnailCommand(CCommandLine& line)
 {
     AddPictureCommand(line,
                       {"thumbnail", "Writes the thumbnail to a picture file: PNG, TIFF, or BMP as the plug-in has it.",
-                       "  zel thumbnail slide.zel -o thumbnail.png\n  zel thumbnail slide.zel -o thumbnail.bmp"},
-                      "thumbnail", [](const CDocument& document) { return document.Thumbnail(); });
+                       "  zel thumbnail slide.zel -o thumbnail.png\n  zel thumbnail -r slides --out-dir thumbnails"},
+                      "thumbnail", "{stem}.png", [](const CDocument& document) { return document.Thumbnail(); });
 }
 
 void AddOverviewCommand(CCommandLine& line)
@@ -92,7 +97,7 @@ void AddOverviewCommand(CCommandLine& line)
     AddPictureCommand(line,
                       {"overview", "Writes the picture of the whole slide to a file, as it is stored.",
                        "  zel overview slide.zel -o overview\n  zel overview slide.zel -o overview.jpg"},
-                      "overview picture", [](const CDocument& document) { return document.Overview(); });
+                      "overview picture", "{stem}", [](const CDocument& document) { return document.Overview(); });
 }
 
 } // namespace HostTool
