@@ -2,10 +2,13 @@
 
 #include "HostTool/Document.h"
 #include "HostTool/HostError.h"
+#include "HostTool/ManyFiles.h"
 
 #include <filesystem>
 #include <functional>
+#include <map>
 #include <memory>
+#include <optional>
 #include <string>
 
 namespace CLI
@@ -35,6 +38,8 @@ public:
     using ProgramWork = std::function<ExitCode(const CLI::App& program)>;
     /// Work on the opened document. May throw CHostError.
     using DocumentWork = std::function<ExitCode(const CDocument& document)>;
+    /// What is done once before the work on all documents. May throw CHostError.
+    using Preparation = std::function<void(const std::vector<std::filesystem::path>& files)>;
 
     CCommandLine();
     ~CCommandLine();
@@ -44,7 +49,13 @@ public:
     /// Adds a command with the argument FILE. The caller adds the command's own options to the answer, which lives as
     /// long as this; what they are stored in has to be owned by `work` (a shared pointer that it captures).
     CLI::App& AddCommand(const CCommandText& text, DocumentWork work);
+    /// The same for work that can do with a document of which some tile stores are missing; the exit code tells of
+    /// them.
+    CLI::App& AddTolerantCommand(const CCommandText& text, DocumentWork work);
     CLI::App& AddFileCommand(const CCommandText& text, FileWork work);
+    /// Lets a command take several documents, folders and lists, one after the other or some at once; `prepare` may be
+    /// empty. A command without --jobs gets that option.
+    void TakeSeveral(CLI::App& command, Preparation prepare);
     /// The same without a FILE.
     CLI::App& AddProgramCommand(const CCommandText& text, ProgramWork work);
 
@@ -53,11 +64,18 @@ public:
 
 private:
     CLI::App& Add(const CCommandText& text, FileWork work);
-    ExitCode RunChosen() const;
+    int RunChosen(const std::filesystem::path& file) const;
+    int RunOn(const CNamedFiles& named) const;
+    void ProtectWhatIsRead(const std::vector<std::filesystem::path>& files) const;
 
     std::unique_ptr<CLI::App> _App;
     std::filesystem::path _Plugin;
-    std::filesystem::path _File;
+    std::filesystem::path _File;     ///< of a command that takes one document
+    std::vector<std::string> _Words; ///< that name documents, of one that takes several
+    bool _AreFoldersSearched = false;
+    CManyOptions _Many;
+    std::map<const CLI::App*, Preparation> _Preparations;
+    std::optional<Preparation> _Prepare; ///< of the chosen command; nothing: it takes one document
     FileWork _Chosen;
 };
 

@@ -1,6 +1,7 @@
 #include "HostTool/DecodedTile.h"
 
 #include "HostTool/HostError.h"
+#include "HostTool/OutputFile.h"
 #include "HostTool/Pixels/PictureFile.h"
 #include "HostTool/Pixels/Stitch.h"
 #include "HostTool/Pixels/StreamSize.h"
@@ -24,9 +25,8 @@ std::string WriteDecodedTile(const CGroupPixels& pixels, const CTilePlace& place
     const int64_t col = level.FirstCol + static_cast<int64_t>(place.Col);
     const int64_t row = level.FirstRow + static_cast<int64_t>(place.Row);
     const std::string name = NameOfTile(level, col, row, place.Position);
-    if (!path.has_extension())
-        path += ".png";
-    if (path.extension() != ".png")
+    path = WithExtension(std::move(path), ".png");
+    if (path.extension() != ".png" && !IsStream(path))
         throw CHostError(ExitCode::WrongUsage,
                          path.string() + ": a decoded tile is a PNG picture; give a name that ends in .png");
     try

@@ -4,6 +4,8 @@
 #include "HostTool/Text.h"
 
 #include <array>
+#include <cerrno>
+#include <charconv>
 #include <cstring>
 
 namespace HostTool
@@ -172,8 +174,9 @@ std::vector<std::array<int, 3>> CArea::LookUpTable(uint32_t channel) const
     return table;
 }
 
-CGroup::CGroup(const CDocument& document, int number, AC_HGROUP group)
-    : _Document(document), _Number(number), _Handle(group, {document.Host().ReleaseGroup.Address()})
+CGroup::CGroup(const CDocument& document, int number, int handleNumber, AC_HGROUP group)
+    : _Document(document), _Number(number), _HandleNumber(handleNumber),
+      _Handle(group, {document.Host().ReleaseGroup.Address()})
 {
 }
 
@@ -202,7 +205,7 @@ std::optional<CMN_RECT> CGroup::LevelRect(int level) const
 
 std::optional<CMN_RECT> CGroup::PictureRect(int level) const
 {
-    std::wstring group = std::to_wstring(_Number);
+    std::wstring group = std::to_wstring(_HandleNumber);
     std::wstring levelText = std::to_wstring(level);
     std::array<AC_PARAM_ELEMENT, 2> parameters{{{L"groupId", group.data()}, {L"levelId", levelText.data()}}};
     const auto bytes = _Document.CustomData(L"CroppedLevelImageSize", parameters);
@@ -277,12 +280,19 @@ std::optional<std::string> CGroup::DisplayProperty(std::wstring name) const
     return CustomText(std::move(name), nullptr);
 }
 
-std::optional<std::string> CGroup::ExposureTime(uint32_t channel) const
+std::optional<double> CGroup::ExposureTime(uint32_t channel) const
 {
     std::wstring text = std::to_wstring(channel);
     AC_PARAM_ELEMENT element{L"channelId", text.data()};
     const AC_PARAM parameters{1, &element};
-    return CustomText(L"ZEL_GroupExposureTime", &parameters);
+    const auto time = CustomText(L"ZEL_GroupExposureTime", &parameters);
+    if (!time)
+        return std::nullopt;
+    const std::string number = time->substr(0, time->find('\0'));
+    double value = 0;
+    const auto [end, error] = std::from_chars(number.data(), number.data() + number.size(), value);
+    const bool isNumber = error == std::errc() && end == number.data() + number.size();
+    return isNumber ? std::optional(value) : std::nullopt;
 }
 
 CDocument::CDocument(const CPluginHost& host, const std::filesystem::path& path)
@@ -294,8 +304,57 @@ CDocument::CDocument(const CPluginHost& host, const std::filesystem::path& path)
     _Handle = CHandle(document, {host.Close.Address()});
 }
 
+CDocument::CDocument(const CPluginHost& host, std::filesystem::path path, AC_HIMG_DOC handle,
+                     std::vector<CStackOfGroup> groups)
+    : _Host(host), _Path(std::move(path)), _Handle(handle, {host.Close.Address()}), _Groups(std::move(groups))
+{
+}
+
+bool CDocument::CanBeRead(int number) const
+{
+    return _Groups.empty() || !_Groups[static_cast<size_t>(number)].IsMissing;
+}
+
+int CDocument::HandleNumberOf(int number) const
+{
+    int before = 0;
+    for (int other = 0; other < number; ++other)
+        before += CanBeRead(other) ? 1 : 0;
+    return before;
+}
+
+CHostError CDocument::MissingGroup(int number) const
+{
+    const std::string stack = std::to_string(_Groups[static_cast<size_t>(number)].StackID);
+    return {ExitCode::MissingFile, _Path.string() + ": the tile store of stack " + stack + ", group " +
+                                       std::to_string(number) + ", is missing; put the folder " +
+                                       (SideFolderOf(_Path) / ("stack" + stack)).string() +
+                                       " back beside the document"};
+}
+
+std::vector<int> CDocument::ReadableGroups() const
+{
+    std::vector<int> numbers;
+    const int numOfGroups = NumOfGroups();
+    for (int number = 0; number < numOfGroups; ++number)
+        if (CanBeRead(number))
+            numbers.push_back(number);
+    return numbers;
+}
+
+std::vector<CHostError> CDocument::MissingGroups() const
+{
+    std::vector<CHostError> missing;
+    for (size_t number = 0; number < _Groups.size(); ++number)
+        if (_Groups[number].IsMissing)
+            missing.push_back(MissingGroup(static_cast<int>(number)));
+    return missing;
+}
+
 int CDocument::NumOfGroups() const
 {
+    if (!_Groups.empty())
+        return static_cast<int>(_Groups.size());
     INT32 numOfGroups = 0;
     Require(_Host.GetNumOfGroups(_Handle.get(), &numOfGroups), "cannot tell the groups");
     return numOfGroups;
@@ -303,9 +362,12 @@ int CDocument::NumOfGroups() const
 
 CGroup CDocument::Group(int number) const
 {
+    if (number >= 0 && static_cast<size_t>(number) < _Groups.size() && !CanBeRead(number))
+        throw MissingGroup(number);
     AC_HGROUP group = nullptr;
-    Require(_Host.GetGroup(_Handle.get(), number, &group), "cannot find group " + std::to_string(number));
-    return {*this, number, group};
+    const int handleNumber = HandleNumberOf(number);
+    Require(_Host.GetGroup(_Handle.get(), handleNumber, &group), "cannot find group " + std::to_string(number));
+    return {*this, number, handleNumber, group};
 }
 
 std::optional<std::string> CDocument::FormatVersion() const
@@ -351,8 +413,9 @@ std::optional<ByteBuffer> CDocument::Overview() const
 
 void CDocument::Require(AC_Result result, const std::string& what) const
 {
+    const int reason = errno;
     if (result != AC_RESULT_SUCCESS)
-        throw FailedCall(_Path, what, result);
+        throw FailedCall(_Path, what, result, reason);
 }
 
 } // namespace HostTool

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "HostTool/ByteBuffer.h"
+#include "HostTool/HostError.h"
 #include "HostTool/PropertySet.h"
 
 #include <array>
@@ -97,7 +98,8 @@ private:
 class CGroup
 {
 public:
-    CGroup(const CDocument& document, int number, AC_HGROUP group);
+    /// `handleNumber` is the number that the handle's own document gives the group.
+    CGroup(const CDocument& document, int number, int handleNumber, AC_HGROUP group);
 
     int Number() const { return _Number; }
     int NumOfLevels() const;
@@ -114,8 +116,8 @@ public:
     CArea FirstArea() const;
     /// One display property of the group, as L"ZEL_GroupFrameOrigin"; nothing if the document doesn't tell.
     std::optional<std::string> DisplayProperty(std::wstring name) const;
-    /// The exposure time of a channel, a number whose unit the plug-in doesn't tell; nothing if it doesn't know it.
-    std::optional<std::string> ExposureTime(uint32_t channel) const;
+    /// The exposure time of a channel in microseconds; nothing if the plug-in doesn't know it.
+    std::optional<double> ExposureTime(uint32_t channel) const;
 
 private:
     std::string Where(int level) const;
@@ -123,7 +125,15 @@ private:
 
     const CDocument& _Document;
     int _Number;
+    int _HandleNumber;
     CHandle _Handle;
+};
+
+/// The stack that a group shows, and whether its tile store is missing.
+struct CStackOfGroup
+{
+    uint32_t StackID = 0;
+    bool IsMissing = false;
 };
 
 /// An opened document; closed at the end of its scope.
@@ -133,8 +143,18 @@ public:
     /// Throws CHostError if it can't be opened.
     CDocument(const CPluginHost& host, const std::filesystem::path& path);
 
+    /// Takes a handle that `host` opened, of a document of which only some groups can be read.
+    CDocument(const CPluginHost& host, std::filesystem::path path, AC_HIMG_DOC handle,
+              std::vector<CStackOfGroup> groups);
+
     const std::filesystem::path& Path() const { return _Path; }
+    /// With those that can't be read.
     int NumOfGroups() const;
+    /// The numbers of the groups that can be read: usually all.
+    std::vector<int> ReadableGroups() const;
+    /// What is to be said of the others: that their tile store is missing.
+    std::vector<CHostError> MissingGroups() const;
+    /// Throws CHostError if there is no such group, or it can't be read.
     CGroup Group(int number) const;
     /// The version of its format, as "2.1"; nothing if the plug-in doesn't tell.
     std::optional<std::string> FormatVersion() const;
@@ -150,9 +170,14 @@ public:
     void Require(AC_Result result, const std::string& what) const;
 
 private:
+    bool CanBeRead(int number) const;
+    CHostError MissingGroup(int number) const;
+    int HandleNumberOf(int number) const;
+
     const CPluginHost& _Host;
     std::filesystem::path _Path;
     CHandle _Handle;
+    std::vector<CStackOfGroup> _Groups; ///< empty: all can be read
 };
 
 } // namespace HostTool

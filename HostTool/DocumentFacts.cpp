@@ -52,13 +52,15 @@ CDocumentFacts FactsOf(const CDocument& document)
     CDocumentFacts facts;
     facts.Path = document.Path();
     facts.FormatVersion = document.FormatVersion();
-    const int numOfGroups = document.NumOfGroups();
-    if (numOfGroups > 0)
+    const std::vector<int> groups = document.ReadableGroups();
+    if (!groups.empty())
     {
-        AddProperties(facts, document.Group(0).FirstArea());
+        AddProperties(facts, document.Group(groups.front()).FirstArea());
         AddPictures(facts, document);
     }
-    for (int group = 0; group < numOfGroups; ++group)
+    for (const CHostError& missing : document.MissingGroups())
+        facts.Remarks.push_back({"error", "missing-file", missing.what()});
+    for (const int group : groups)
         facts.Groups.push_back(FactsOf(document.Group(group), facts.Remarks));
     return facts;
 }

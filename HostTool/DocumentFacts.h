@@ -37,7 +37,7 @@ struct CChannelFacts
     std::optional<int> NumOfUsedBits;                   ///< of a component
     std::optional<CLimits> Limits;                      ///< the values that are shown darkest and brightest
     std::vector<std::array<int, 3>> LookUpTable;        ///< red, green, blue; empty: it has none
-    std::optional<std::string> ExposureTime;            ///< a number, whose unit the interface doesn't tell
+    std::optional<double> ExposureTime;                 ///< in microseconds
     std::optional<std::string> BrightestColour() const; ///< the last colour of the table as "#00FF00"
 };
 
@@ -116,6 +116,9 @@ CGroupFacts FactsOf(const CGroup& group, Diagnostics& remarks);
 /// The channels of a group, by one of its areas.
 std::vector<uint32_t> ChannelIDs(const CArea& area);
 CChannelFacts ChannelFacts(const CArea& area, uint32_t channel);
+
+/// The short name of a unit of length or time, as "um" of "10^-6m^1"; any other text as it is.
+std::string UnitNameOf(const std::string& units);
 
 /// The short name of an axis: "Z", "T", "lambda".
 std::string NameOf(AC_AxisType axis);

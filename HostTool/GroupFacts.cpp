@@ -178,6 +178,15 @@ CChannelFacts ChannelFacts(const CGroup& group, const CArea& area, uint32_t chan
 
 } // namespace
 
+std::string UnitNameOf(const std::string& units)
+{
+    static const std::map<std::string, std::string> names = {
+        {"10^0m^1", "m"},    {"10^-2m^1", "cm"}, {"10^-3m^1", "mm"}, {"10^-6m^1", "um"}, {"10^-9m^1", "nm"},
+        {"10^-12m^1", "pm"}, {"10^0s^1", "s"},   {"10^-3s^1", "ms"}, {"10^-6s^1", "us"}, {"10^-9s^1", "ns"}};
+    const auto name = names.find(units);
+    return name == names.end() ? units : name->second;
+}
+
 std::string NameOf(AC_AxisType axis)
 {
     switch (axis)

@@ -1,5 +1,7 @@
 #include "HostTool/HostError.h"
 #include "HostTool/InfoJson.h"
+#include "HostTool/Reader/BuiltInPlugin.h"
+#include "HostTool/Reader/SoundStacks.h"
 #include "HostTool/Reader/TileIndex.h"
 
 #include <algorithm>
@@ -69,8 +71,9 @@ void AddWhatTheLibraryKnows(CInfo& info)
     if (!info.Facts)
         return;
     const std::vector<CGroupIndex> index = TileIndexOf(document);
-    for (size_t i = 0; i < index.size() && i < info.Facts->Groups.size(); ++i)
-        info.Counts.push_back(CountsOf(info.Facts->Groups[i], index[i]));
+    for (const CGroupFacts& group : info.Facts->Groups)
+        if (const auto number = static_cast<size_t>(group.Number); number < index.size())
+            info.Counts.push_back(CountsOf(group, index[number]));
 }
 
 } // namespace
@@ -79,8 +82,14 @@ CInfo InfoOf(const std::filesystem::path& plugin, const std::filesystem::path& f
 {
     CInfo info;
     info.Path = std::filesystem::absolute(file);
-    const CPluginHost host(plugin);
-    Try(info, [&] { info.Facts = FactsOf(CDocument(host, file)); });
+    const CPluginHost host = HostOf(plugin);
+    Try(info,
+        [&]
+        {
+            const CDocument document = OpenWhatThereIs(host, file);
+            info.Facts = FactsOf(document);
+            info.Missing = document.MissingGroups();
+        });
     Try(info, [&] { AddWhatTheLibraryKnows(info); });
     return info;
 }

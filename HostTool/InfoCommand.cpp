@@ -1,9 +1,14 @@
 #include "HostTool/InfoCommand.h"
 
 #include "HostTool/GuardedRun.h"
+#include "HostTool/InfoCsv.h"
 #include "HostTool/InfoJson.h"
 #include "HostTool/Pixels/Bitmap.h"
 #include "HostTool/Pixels/TileCodec.h"
+#include "HostTool/Reader/BuiltInPlugin.h"
+#include "HostTool/Reader/ReaderLog.h"
+#include "HostTool/Reader/SoundStacks.h"
+#include "HostTool/StandardOutput.h"
 #include "HostTool/Table.h"
 #include "HostTool/Text.h"
 #include "HostTool/TileKind.h"
@@ -25,17 +30,6 @@ std::string TextOfSize(uint64_t width, uint64_t height)
 std::string OrUnknown(const std::optional<std::string>& text)
 {
     return text ? Printable(*text) : "unknown";
-}
-
-std::string SymbolOf(const std::string& units)
-{
-    if (units == "10^-3m^1")
-        return "mm";
-    if (units == "10^-6m^1")
-        return "um";
-    if (units == "10^-9m^1")
-        return "nm";
-    return units;
 }
 
 /// Facts with their names before them; those that the document doesn't tell are left out.
@@ -126,27 +120,28 @@ std::optional<std::string> TextOfOverview(const CDocumentFacts& facts)
 void PrintChannels(std::ostream& out, const std::vector<CChannelFacts>& channels)
 {
     CTable table;
-    table.Add({"channel", "name", "stored as", "colours", "bits", "shown", "from", "to", "exposure"});
+    table.Add({"channel", "name", "compression", "colours", "bits", "shown", "shadow", "highlight", "exposure"});
     for (const CChannelFacts& channel : channels)
-        table.Add(
-            {std::to_string(channel.ID), OrUnknown(channel.Name), OrUnknown(channel.Format),
-             OrUnknown(channel.ColorSpace), channel.NumOfUsedBits ? std::to_string(*channel.NumOfUsedBits) : "unknown",
-             channel.BrightestColour().value_or("as it is"),
-             channel.Limits ? std::to_string(channel.Limits->Shadow) : "unknown",
-             channel.Limits ? std::to_string(channel.Limits->Highlight) : "unknown", OrUnknown(channel.ExposureTime)});
+        table.Add({std::to_string(channel.ID), OrUnknown(channel.Name), OrUnknown(channel.Format),
+                   OrUnknown(channel.ColorSpace),
+                   channel.NumOfUsedBits ? std::to_string(*channel.NumOfUsedBits) : "unknown",
+                   channel.BrightestColour().value_or("as it is"),
+                   channel.Limits ? std::to_string(channel.Limits->Shadow) : "unknown",
+                   channel.Limits ? std::to_string(channel.Limits->Highlight) : "unknown",
+                   channel.ExposureTime ? TextOf(*channel.ExposureTime) + " us" : "unknown"});
     table.Print(out, "  ");
 }
 
 void PrintAxes(std::ostream& out, const std::vector<CAxisFacts>& axes)
 {
     CTable table;
-    table.Add({"axis", "positions", "from", "to", "step", "unit"});
+    table.Add({"axis", "positions", "start", "end", "step", "unit"});
     for (const CAxisFacts& axis : axes)
     {
         const auto number = [](std::optional<double> value) { return value ? TextOf(*value) : "unknown"; };
         table.Add({NameOf(axis.Type), std::to_string(axis.NumOfPositions), number(axis.Start), number(axis.End),
                    axis.Step == 0.0 ? "uneven" : number(axis.Step),
-                   axis.Units ? Printable(SymbolOf(*axis.Units)) : "unknown"});
+                   axis.Units ? Printable(UnitNameOf(*axis.Units)) : "unknown"});
     }
     if (!axes.empty())
         table.Print(out, "  ");
@@ -243,37 +238,57 @@ std::string ShortTextOf(const CGroupFacts& group)
     return line.Text();
 }
 
+/// What `zel info` prints: text for people, if nothing else is asked for.
+struct CInfoRequest
+{
+    bool IsJson = false;
+    bool IsPretty = false;
+    bool IsCsv = false;
+};
+
 ExitCode PrintInfo(const std::filesystem::path& plugin, const std::filesystem::path& file)
 {
-    const CPluginHost host(plugin);
-    const CDocument document(host, file);
+    const CPluginHost host = HostOf(plugin);
+    const CDocument document = OpenWhatThereIs(host, file);
     const CDocumentFacts facts = FactsOf(document);
-    PrintFacts(std::cout, facts);
-    PrintFiles(std::cout, FilesOf(CReaderDocument(file)));
+    PrintFacts(WhereItIsSaid(), facts);
+    PrintFiles(WhereItIsSaid(), FilesOf(CReaderDocument(file)));
+    RequireAllThere(document);
     return ExitCode::Done;
+}
+
+/// In one piece, so that what several programs append to a file stays in whole lines.
+void PrintData(const CInfo& info, const CInfoRequest& request)
+{
+    PrintWhole(request.IsCsv ? CsvOf(info) : JsonOf(info, request.IsPretty));
 }
 
 /// A failure stands in the output; the code is that of a document that can't be opened.
-ExitCode PrintKnownAsJson(const std::filesystem::path& plugin, const std::filesystem::path& file)
+ExitCode PrintKnownAsData(const std::filesystem::path& plugin, const std::filesystem::path& file,
+                          const CInfoRequest& request)
 {
     const CInfo info = InfoOf(plugin, file);
-    PrintJson(std::cout, info);
+    PrintData(info, request);
+    if (!info.Missing.empty())
+        throw info.Missing.front();
     if (!info.Facts)
-        CDocument(CPluginHost(plugin), file); // throws what it failed by
+        CDocument(HostOf(plugin), file); // throws what it failed by
     return ExitCode::Done;
 }
 
-/// JSON also where the plug-in ends the process: that is a child of this one, which prints nothing before it knows all.
-ExitCode PrintInfoAsJson(const std::filesystem::path& plugin, const std::filesystem::path& file)
+/// Data also where the plug-in ends the process: that is a child of this one, which prints nothing before it knows all.
+ExitCode PrintInfoAsData(const std::filesystem::path& plugin, const std::filesystem::path& file,
+                         const CInfoRequest& request)
 {
-    const CChildEnd end = RunInChild([&] { return static_cast<int>(PrintKnownAsJson(plugin, file)); });
+    const CChildEnd end = RunInChild([&] { return static_cast<int>(PrintKnownAsData(plugin, file, request)); });
     if (!end.IsEarly())
         return static_cast<ExitCode>(end.ExitCode);
-    const CHostError failure(ExitCode::BadFile, TextOfEarlyEnd(file.string(), end));
+    const CHostError early = EarlyEnd(file.string(), end);
+    const CHostError failure(early.Code(), WithReason(early.what(), file));
     CInfo info;
     info.Path = std::filesystem::absolute(file);
     info.Remarks.push_back({"error", "ended-early", failure.what()});
-    PrintJson(std::cout, info);
+    PrintData(info, request);
     throw failure;
 }
 
@@ -295,14 +310,24 @@ void PrintShortFacts(std::ostream& out, const CDocumentFacts& facts)
 
 void AddInfoCommand(CCommandLine& line)
 {
-    const auto isJson = std::make_shared<bool>(false);
-    line.AddFileCommand(
-            {"info",
-             "Prints what the document tells: its properties, files, groups, channels, axes, levels and tile grids.",
-             "  zel info slide.zel\n  zel info slide.zel --json | jq '.groups[].levels'"},
-            [isJson](const std::filesystem::path& plugin, const std::filesystem::path& file)
-            { return *isJson ? PrintInfoAsJson(plugin, file) : PrintInfo(plugin, file); })
-        .add_flag("--json", *isJson, "print JSON, complete and stable, also of what can't be opened");
+    const auto request = std::make_shared<CInfoRequest>();
+    CLI::App& command = line.AddFileCommand(
+        {"info", "Prints what documents tell: their properties, files, groups, channels, axes, levels and tile grids.",
+         "  zel info slide.zel\n  zel info -r slides --json > slides.jsonl"},
+        [request](const std::filesystem::path& plugin, const std::filesystem::path& file) {
+            return request->IsJson || request->IsCsv ? PrintInfoAsData(plugin, file, *request)
+                                                     : PrintInfo(plugin, file);
+        });
+    CLI::Option* json = command.add_flag(
+        "--json", request->IsJson, "print JSON, complete and stable, also of what can't be opened: a line for each");
+    command.add_flag("--pretty", request->IsPretty, "print JSON for people, in many lines")->needs(json);
+    command.add_flag("--csv", request->IsCsv, "print a table with a line for each group")->excludes(json);
+    line.TakeSeveral(command,
+                     [request](const auto&)
+                     {
+                         if (request->IsCsv)
+                             PrintWhole(CsvHead());
+                     });
 }
 
 } // namespace HostTool

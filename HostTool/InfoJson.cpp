@@ -15,7 +15,7 @@ namespace
 
 using Json = nlohmann::ordered_json;
 
-constexpr int SchemaVersion = 1;
+constexpr int SchemaVersion = 2;
 
 template <typename T>
 Json OrNull(const std::optional<T>& value)
@@ -109,14 +109,19 @@ Json JsonOf(const CChannelFacts& channel)
             {"color", OrNull(channel.BrightestColour())},
             {"lookUpTableSize", channel.LookUpTable.size()},
             {"limits", std::move(limits)},
-            {"exposureTime", OrNull(channel.ExposureTime)}};
+            {"exposureTime", OrNull(channel.ExposureTime)},
+            {"exposureTimeUnit", channel.ExposureTime ? Json("us") : Json()}};
 }
 
 Json JsonOf(const CAxisFacts& axis)
 {
-    return {{"axis", NameOf(axis.Type)}, {"positions", axis.NumOfPositions}, {"start", OrNull(axis.Start)},
-            {"end", OrNull(axis.End)},   {"step", OrNull(axis.Step)},        {"isEven", axis.Step.value_or(0) != 0},
-            {"unit", OrNull(axis.Units)}};
+    return {{"axis", NameOf(axis.Type)},
+            {"positions", axis.NumOfPositions},
+            {"start", OrNull(axis.Start)},
+            {"end", OrNull(axis.End)},
+            {"step", OrNull(axis.Step)},
+            {"isEven", axis.Step.value_or(0) != 0},
+            {"unit", axis.Units ? Json(UnitNameOf(*axis.Units)) : Json()}};
 }
 
 /// By how much a level is smaller than the finest one; nothing if the document doesn't tell.
@@ -192,13 +197,13 @@ Json JsonOf(const CGroupFacts& group, const std::map<int, CStoredCount>& counts)
 
 } // namespace
 
-void PrintJson(std::ostream& out, const CInfo& info)
+std::string JsonOf(const CInfo& info, bool isPretty)
 {
     static const Diagnostics none;
     Json json = {{"format", "zel info"},
                  {"version", SchemaVersion},
                  {"path", info.Path.string()},
-                 {"isOpened", info.Facts.has_value()},
+                 {"isOpened", info.Facts.has_value() && info.Missing.empty()},
                  {"document", info.Facts ? JsonOf(*info.Facts) : Json()},
                  {"files", info.Files ? JsonOf(*info.Files) : Json()},
                  {"groups", info.Facts ? Json::array() : Json()},
@@ -207,7 +212,7 @@ void PrintJson(std::ostream& out, const CInfo& info)
     for (size_t i = 0; info.Facts && i < info.Facts->Groups.size(); ++i)
         json["groups"].push_back(JsonOf(info.Facts->Groups[i], i < info.Counts.size() ? info.Counts[i] : noCounts));
     // What is no UTF-8 in the document must not spoil all else.
-    out << json.dump(2, ' ', false, Json::error_handler_t::replace) << '\n';
+    return json.dump(isPretty ? 2 : -1, ' ', false, Json::error_handler_t::replace) + "\n";
 }
 
 } // namespace HostTool

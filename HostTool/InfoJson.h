@@ -3,7 +3,7 @@
 #include "HostTool/DocumentFacts.h"
 #include "HostTool/Reader/FileRoles.h"
 
-#include <ostream>
+#include <string>
 
 namespace HostTool
 {
@@ -20,6 +20,7 @@ struct CInfo
 {
     std::filesystem::path Path;
     std::optional<CDocumentFacts> Facts;             ///< nothing: the document can't be opened
+    std::vector<CHostError> Missing;                 ///< what is to be said of groups that can't be read
     std::optional<std::vector<CDocumentFile>> Files; ///< nothing: its metadata can't be read
     std::vector<std::map<int, CStoredCount>> Counts; ///< by group and level; empty if they can't be told
     Diagnostics Remarks;                             ///< beside those of the facts
@@ -30,6 +31,7 @@ CInfo InfoOf(const std::filesystem::path& plugin, const std::filesystem::path& f
 
 /// The facts as JSON. Its keys stay, and mean the same, as long as "version" does; new ones may come. What is unknown
 /// is null.
-void PrintJson(std::ostream& out, const CInfo& info);
+/// In one line, or in many for people.
+std::string JsonOf(const CInfo& info, bool isPretty);
 
 } // namespace HostTool

@@ -15,6 +15,8 @@ public:
     /// Throws CHostError if the plug-in can't be loaded or lacks a function.
     explicit CPluginHost(const std::filesystem::path& plugin) : _Module(plugin) {}
 
+    explicit CPluginHost(CPluginModule module) : _Module(std::move(module)) {}
+
     const CPluginFunction<decltype(_AC_Open)> Open{_Module, "_AC_Open"};
     const CPluginFunction<decltype(_AC_Close)> Close{_Module, "_AC_Close"};
     const CPluginFunction<decltype(_AC_GetFileVersion)> GetFileVersion{_Module, "_AC_GetFileVersion"};

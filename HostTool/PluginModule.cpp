@@ -17,7 +17,8 @@ CPluginModule::CPluginModule(const std::filesystem::path& path)
 
 void* CPluginModule::Symbol(const char* name) const
 {
-    void* symbol = dlsym(_Module.get(), name);
+    const auto known = _Functions.find(name);
+    void* symbol = known != _Functions.end() ? known->second : dlsym(_Module.get(), name);
     if (!symbol)
         throw CHostError(
             ExitCode::WrongUsage,

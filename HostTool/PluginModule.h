@@ -1,7 +1,10 @@
 #pragma once
 
+#include <cerrno>
 #include <filesystem>
+#include <map>
 #include <memory>
+#include <string>
 
 namespace HostTool
 {
@@ -12,6 +15,8 @@ class CPluginModule
 public:
     /// Throws CHostError if it can't be loaded.
     explicit CPluginModule(const std::filesystem::path& path);
+    /// Functions of this program, by their names.
+    explicit CPluginModule(std::map<std::string, void*> functions) : _Functions(std::move(functions)) {}
 
     /// The address of an exported function. Throws CHostError if there is none of that name.
     void* Symbol(const char* name) const;
@@ -22,7 +27,8 @@ private:
         void operator()(void* module) const;
     };
     std::filesystem::path _Path;
-    std::unique_ptr<void, CUnloader> _Module;
+    std::unique_ptr<void, CUnloader> _Module; ///< null: there are the functions below
+    std::map<std::string, void*> _Functions;
 };
 
 template <typename Signature>
@@ -37,7 +43,12 @@ public:
         : _Function(reinterpret_cast<Result (*)(Arguments...)>(module.Symbol(name)))
     {
     }
-    Result operator()(Arguments... arguments) const { return _Function(arguments...); }
+    /// Clears errno first, so that it tells of this call if it fails.
+    Result operator()(Arguments... arguments) const
+    {
+        errno = 0;
+        return _Function(arguments...);
+    }
     Result (*Address() const)(Arguments...) { return _Function; }
 
 private:

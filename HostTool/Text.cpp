@@ -107,6 +107,16 @@ std::wstring ToWide(std::string_view utf8)
     return wide;
 }
 
+std::string CsvField(const std::string& text)
+{
+    if (text.find_first_of(",\"\r\n") == std::string::npos)
+        return text;
+    std::string quoted = "\"";
+    for (const char c : text)
+        quoted += c == '"' ? std::string("\"\"") : std::string(1, c);
+    return quoted + "\"";
+}
+
 std::string Printable(std::string utf8)
 {
     for (char& c : utf8)

@@ -14,6 +14,9 @@ std::string ToUtf8(std::wstring_view wide);
 /// UTF-8 as the plug-in takes it, whatever the locale. Throws CHostError for bytes that are no UTF-8.
 std::wstring ToWide(std::string_view utf8);
 
+/// A field as tables with commas have it: in quotes if it holds anything that separates.
+std::string CsvField(const std::string& text);
+
 /// A text of a document as it may go to a terminal: control characters, which could move the cursor or worse, become
 /// '?'.
 std::string Printable(std::string utf8);

@@ -2,11 +2,10 @@
 
 #include "HostTool/DecodedTile.h"
 #include "HostTool/Pixels/CommonOptions.h"
-#include "HostTool/Text.h"
+#include "HostTool/StandardOutput.h"
 #include "HostTool/TileFile.h"
 
 #include <CLI/CLI.hpp>
-#include <iostream>
 
 namespace HostTool
 {
@@ -35,8 +34,11 @@ void AddTileOptions(CLI::App& command, CTileRequest& tile)
     command.add_option("-y,--row", tile.Row, "row of the level's tile grid, from 0")->required();
     command.add_option("-c,--channel", tile.Position.Channel, "channel")->capture_default_str();
     AddPositionOptions(command, tile.Position);
-    command.add_option("-o,--output", tile.Output, "file to write; without an extension it gets the one that fits")
+    command
+        .add_option("-o,--output", tile.Output,
+                    "file to write; without an extension it gets the one that fits; - for standard output")
         ->required();
+    AddOutputOptions(command);
     command.add_flag("--png", tile.IsDecoded, "decode the tile and write it as a PNG picture");
 }
 
@@ -78,7 +80,7 @@ void AddTileCommand(CCommandLine& line)
                                     "  zel tile slide.zel -g 0 -l 3 -x 0 -y 0 -c 1 -z 4 --png -o tile.png"},
                                    [request](const CDocument& document)
                                    {
-                                       std::cout << Printable(WriteTileCommand(document, *request)) << '\n';
+                                       Say(WriteTileCommand(document, *request));
                                        return ExitCode::Done;
                                    }),
                    *request);

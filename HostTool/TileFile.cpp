@@ -34,7 +34,7 @@ std::optional<CPixelFormat> FormatForPng(const CTile& tile)
 void RequireExtension(const std::filesystem::path& path, std::string_view extension, std::string_view other,
                       const std::string& what)
 {
-    if (path.extension() != extension && path.extension() != other)
+    if (!IsStream(path) && path.extension() != extension && path.extension() != other)
         throw CHostError(ExitCode::WrongUsage, path.string() + ": the tile is " + what + "; give a name that ends in " +
                                                    std::string(extension));
 }
@@ -66,12 +66,11 @@ std::string WriteAsPng(const CTile& tile, const CPixelFormat& format, const std:
 std::string WriteRaw(const CTile& tile, std::filesystem::path path)
 {
     const auto format = FormatForPng(tile);
-    if (!path.has_extension())
-        path += format ? ".png" : ".raw";
+    path = WithExtension(std::move(path), format ? ".png" : ".raw");
     std::string what = "raw pixels, " + TextOfSize(tile) + " of " + std::to_string(*tile.BytesPerRawPixel) + " bytes";
     if (format && format->IsColour() && !tile.ColorSpace)
         what += " (taken as red, green, blue: the plug-in does not tell)";
-    if (path.extension() == ".raw")
+    if (path.extension() == ".raw" || (!format && IsStream(path)))
         return WriteAsStored(tile, path, what);
     if (!format)
         RequireExtension(path, ".raw", ".raw", what + ", which PNG cannot hold");
@@ -100,8 +99,7 @@ std::string WriteTile(const CTile& tile, std::filesystem::path path)
     static constexpr CTileKind unknownKind{"", ".raw", ".raw", "of a compression that is not known here"};
     const CTileKind* known = FindTileKind(tile.Bytes);
     const CTileKind& kind = known ? *known : unknownKind;
-    if (!path.has_extension())
-        path += kind.Extension;
+    path = WithExtension(std::move(path), kind.Extension);
     RequireExtension(path, kind.Extension, kind.OtherExtension, std::string(kind.Name));
     const std::string apart =
         tile.HasTablesApart ? " (its tables stand apart, so viewers can't show it; --png can)" : "";

@@ -4,6 +4,7 @@
 #include "HostTool/InfoCommand.h"
 #include "HostTool/OutputFile.h"
 #include "HostTool/Pixels/Bitmap.h"
+#include "HostTool/Pixels/CommonOptions.h"
 #include "HostTool/Pixels/PictureFile.h"
 #include "HostTool/RegionFacts.h"
 #include "HostTool/Table.h"
@@ -173,9 +174,13 @@ private:
         if (!_Request.IsShort)
             _Out << Printable(line) << '\n';
     }
+    catch (const COutputSkipped& skipped)
+    {
+        _Out << Printable(skipped.what()) << '\n';
+    }
     catch (const CHostError& error)
     {
-        if (error.Code() == ExitCode::WrongUsage)
+        if (error.Code() == ExitCode::WrongUsage || error.Code() == ExitCode::Machine)
             throw;
         _Out.flush();
         std::cerr << "zel: " << Printable(error.what()) << '\n';
@@ -210,6 +215,7 @@ void AddTourCommand(CCommandLine& line)
                             return TourCommand(std::cout, document, *request);
                         });
     command.add_option("FOLDER", request->Folder, "where the pictures go; made if it is not there")->required();
+    AddOutputOptions(command);
     command.add_flag("--short", request->IsShort, "print a line for each group and none for each tile");
 }
 

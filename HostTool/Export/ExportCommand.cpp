@@ -4,7 +4,10 @@
 #include "HostTool/Export/PlaneExport.h"
 #include "HostTool/Export/Proof.h"
 #include "HostTool/HostError.h"
+#include "HostTool/OutputPlace.h"
 #include "HostTool/Pixels/CommonOptions.h"
+#include "HostTool/Reader/SoundStacks.h"
+#include "HostTool/StandardOutput.h"
 #include "HostTool/Text.h"
 
 #include <CLI/CLI.hpp>
@@ -38,6 +41,7 @@ struct CGroupExport
     Diagnostics Remarks;
     CGroupFacts Facts;
     CExportCounts Counts;
+    uint64_t NumOfTilesBeside = 0; ///< the picture, which the file leaves out
 };
 
 /// Where the images at a position of an axis lie, in the unit of the axis; evenly spaced ones are told by the axis
@@ -90,7 +94,9 @@ class CExporter
 public:
     CExporter(const CDocument& document, const CExportRequest& request) : _Document(document), _Request(request)
     {
-        for (int number = 0; number < document.NumOfGroups(); ++number)
+        if (!request.Group)
+            RequireAllThere(document);
+        for (const int number : document.ReadableGroups())
             if (request.Group.value_or(number) == number)
             {
                 _Groups.push_back(std::make_unique<CGroupExport>(document, number, request.Values));
@@ -104,14 +110,18 @@ public:
 
     CExportOutcome Run()
     {
-        Write();
+        CTiffWriter file(_Request.Output, _Request.IsBigTiff);
+        RequireReadable(file);
+        Write(file);
         CExportOutcome outcome;
         for (const auto& group : _Groups)
             Report(*group, outcome);
         outcome.Code = _Failures.empty() ? ExitCode::Done : ExitCode::BadFile;
         outcome.Remarks.insert(outcome.Remarks.end(), _Failures.begin(), _Failures.end());
+        RequireComplete(outcome);
         if (_Request.IsProved)
-            outcome.Lines.push_back(Prove());
+            outcome.Lines.push_back(Prove(file.UnfinishedPath()));
+        file.Finish();
         return outcome;
     }
 
@@ -124,9 +134,37 @@ private:
         return tiles;
     }
 
-    void Write()
+    void RequireReadable(const CTiffWriter& file) const
     {
-        CTiffWriter file(_Request.Output, _Request.IsBigTiff);
+        if (_Request.IsProved && file.UnfinishedPath().empty())
+            throw CHostError(ExitCode::WrongUsage, _Request.Output.string() +
+                                                       ": is a device, from which nothing can be read back; leave "
+                                                       "--prove out, or give the name of a file");
+    }
+
+    /// Of a file that may lack nothing. Throws CHostError with all that it lacks.
+    void RequireComplete(const CExportOutcome& outcome) const
+    {
+        if (!_Request.IsStrict)
+            return;
+        uint64_t filled = 0;
+        uint64_t beside = 0;
+        bool isServed = true;
+        for (const auto& group : _Groups)
+        {
+            filled += group->Counts.Filled;
+            beside += group->NumOfTilesBeside;
+            isServed = isServed && group->Pixels.Limits().empty();
+        }
+        if (filled > 0 || beside > 0 || !isServed || outcome.Code != ExitCode::Done)
+            throw CHostError(ExitCode::BadFile,
+                             _Document.Path().string() + ": --strict: " + TextOfCount(filled, "tile") + " filled, " +
+                                 std::to_string(beside) + " left out" + (isServed ? "" : ", some not served") +
+                                 (_Failures.empty() ? "" : ", " + _Failures.front()) + "; nothing is written");
+    }
+
+    void Write(CTiffWriter& file)
+    {
         CProgress progress(NumOfTiles(), "tiles");
         std::vector<CTiffDirectory> directories;
         for (const auto& group : _Groups)
@@ -137,10 +175,11 @@ private:
             group->Counts = planes.Counts();
             AddFailures(planes.Failures(), "read");
             AddFailures(planes.DecodeFailures(), "decoded");
+            AddBrokenStreams(planes.BrokenStreams());
         }
         directories.front().Set(TiffTag::ImageDescription, OmeXml());
         directories.front().Set(TiffTag::Software, std::string("zel"));
-        _PlacesOfPlanes = file.Finish(directories);
+        _PlacesOfPlanes = file.Complete(directories);
     }
 
     static CTiffDirectory WritePlane(CPlaneExport& planes, const CGroupExport& group, const CPosition& position)
@@ -162,6 +201,16 @@ private:
             _Failures.push_back(_Document.Path().string() + ": " + failures.Text(what));
     }
 
+    void AddBrokenStreams(const CTileFailures& tiles)
+    {
+        if (tiles.Count() == 0)
+            return;
+        _Failures.push_back(_Document.Path().string() + ": " + TextOfCount(tiles.Count(), "tile") +
+                            " copied as stored, which no reader can decode:");
+        for (const std::string& line : tiles.Lines())
+            _Failures.push_back("  " + line);
+    }
+
     std::string OmeXml() const
     {
         std::vector<COmeImage> images;
@@ -176,7 +225,7 @@ private:
         return OmeXmlOf(FactsOf(_Document), images);
     }
 
-    void Report(const CGroupExport& group, CExportOutcome& outcome) const
+    void Report(CGroupExport& group, CExportOutcome& outcome) const
     {
         outcome.Lines.push_back(LineOf(group));
         ReportRecompressed(group, outcome);
@@ -202,7 +251,7 @@ private:
                " x " + std::to_string(rect.Height) + " pixels, " + TextOfCount(group.Plan.size(), "level") + ", " +
                TextOfCount(PlanesOf(group.Pixels).size(), "plane") + "; " + TextOfCount(group.Counts.AsStored, "tile") +
                " as stored, " + std::to_string(group.Counts.Recompressed) + " recompressed, " +
-               std::to_string(group.Counts.Background) + " background";
+               std::to_string(group.Counts.Filled) + " filled";
     }
 
     static void ReportRecompressed(const CGroupExport& group, CExportOutcome& outcome)
@@ -226,7 +275,7 @@ private:
                                       std::to_string(picture.Y - finest.Rect.Y) + " above it are there as well");
     }
 
-    static void ReportTilesBeside(const CGroupExport& group, CExportOutcome& outcome)
+    static void ReportTilesBeside(CGroupExport& group, CExportOutcome& outcome)
     {
         const std::vector<CPosition> planes = PlanesOf(group.Pixels);
         uint64_t count = 0;
@@ -244,30 +293,22 @@ private:
             if (ofLevel > 0)
                 levels += " " + std::to_string(level);
         }
+        group.NumOfTilesBeside = count;
         if (count > 0)
             outcome.Remarks.push_back(NameOfGroup(group.Pixels.Group()) + ": " + TextOfCount(count, "tile") +
                                       " wholly beside the picture left out: level" + levels);
     }
 
-    std::string Prove() const
+    std::string Prove(const std::filesystem::path& file) const
     {
-        try
-        {
-            CProgress progress(NumOfTiles(), "tiles");
-            CProof proof(_Request.Output, _Request.Background, _Request.Jobs, progress);
-            size_t plane = 0;
-            for (const auto& group : _Groups)
-                for (const CPosition& position : PlanesOf(group->Pixels))
-                    proof.ProvePlane(group->Pixels, group->Plan, position, _PlacesOfPlanes.at(plane++));
-            return _Request.Output.string() + ": read back; " + TextOfCount(proof.Counts().BytesEqual, "tile") +
-                   " equal byte for byte, " + std::to_string(proof.Counts().PixelsEqual) + " pixel for pixel";
-        }
-        catch (...)
-        {
-            std::error_code ignored;
-            std::filesystem::remove(_Request.Output, ignored);
-            throw;
-        }
+        CProgress progress(NumOfTiles(), "tiles");
+        CProof proof(file, _Request.Output, _Request.Background, _Request.Jobs, progress);
+        size_t plane = 0;
+        for (const auto& group : _Groups)
+            for (const CPosition& position : PlanesOf(group->Pixels))
+                proof.ProvePlane(group->Pixels, group->Plan, position, _PlacesOfPlanes.at(plane++));
+        return _Request.Output.string() + ": read back; " + TextOfCount(proof.Counts().BytesEqual, "tile") +
+               " equal byte for byte, " + std::to_string(proof.Counts().PixelsEqual) + " pixel for pixel";
     }
 
     const CDocument& _Document;
@@ -291,11 +332,12 @@ void AddExportCommand(CCommandLine& line)
     struct COptions
     {
         CExportRequest Request;
-        std::string Background = "white";
+        std::string Background;
         CCommonOptions Common;
+        COutputPlace Output;
     };
     const auto options = std::make_shared<COptions>();
-    CLI::App& command = line.AddCommand(
+    CLI::App& command = line.AddTolerantCommand(
         {"export",
          "Writes a pyramidal OME-TIFF file with all planes. JPEG, JPEG 2000 and raw tiles are copied as stored, bit "
          "for bit; what TIFF cannot hold so is recompressed without loss.",
@@ -303,12 +345,13 @@ void AddExportCommand(CCommandLine& line)
         [options](const CDocument& document)
         {
             CExportRequest& request = options->Request;
-            request.Background = ParseColour(options->Background).value_or(CColour());
+            request.Background = ParseColour(options->Background);
+            request.Output = options->Output.For(document.Path());
             request.Values = options->Common.Values();
-            request.Jobs = options->Common.Jobs;
+            request.Jobs = options->Common.JobsOfOne();
             const CExportOutcome outcome = Export(document, request);
             for (const std::string& text : outcome.Lines)
-                std::cout << Printable(text) << '\n';
+                Say(text);
             for (const std::string& remark : outcome.Remarks)
                 std::cerr << "zel: " << Printable(remark) << '\n';
             return outcome.Code;
@@ -319,8 +362,16 @@ void AddExportCommand(CCommandLine& line)
                      "read the file back and compare each tile with the document");
     command.add_flag("--bigtiff", options->Request.IsBigTiff, "write a BigTIFF file even where it need not be one");
     AddBackgroundOption(command, options->Background);
+    AddStrictOption(command, options->Request.IsStrict, "is filled, not served, left out or undecodable");
     options->Common.AddTo(command);
-    command.add_option("-o,--output", options->Request.Output, "file to write: NAME.ome.tif")->required();
+    options->Output.AddTo(command, "-o,--output", "file to write: NAME.ome.tif", "{stem}.ome.tif");
+    AddOutputOptions(command);
+    line.TakeSeveral(command,
+                     [options](const auto& files)
+                     {
+                         options->Output.RequireGiven();
+                         options->Output.Prepare(files);
+                     });
 }
 
 } // namespace HostTool

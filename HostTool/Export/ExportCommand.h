@@ -8,11 +8,12 @@ namespace HostTool
 
 struct CExportRequest
 {
-    std::optional<int> Group; ///< all of them if not set
-    CColour Background;
+    std::optional<int> Group;          ///< all of them if not set
+    std::optional<CColour> Background; ///< of what has no tile; nothing: the one that fits, see BackgroundOf
     std::optional<ValueKind> Values;
     unsigned Jobs = 1;
     bool IsProved = false;
+    bool IsStrict = false;  ///< a file that lacks anything of the document is a failure, and not kept
     bool IsBigTiff = false; ///< in any case; otherwise if the file is too large for anything else
     std::filesystem::path Output;
 };

@@ -108,6 +108,66 @@ std::optional<double> StepInMicrometres(const CGroupFacts& group, AC_AxisType ty
     return Micrometres(*axis->Step, *axis->Units);
 }
 
+using Vector = std::array<double, 2>;
+
+double LengthOf(const Vector& vector)
+{
+    return std::hypot(vector[0], vector[1]);
+}
+
+/// An ellipse by its centre and its two half axes.
+struct CEllipse
+{
+    Vector Centre{};
+    Vector First{};
+    Vector Second{};
+
+    bool IsUpright() const { return First[1] == 0 && Second[0] == 0; }
+};
+
+/// The ellipse in a rectangle, which may be turned, that is told by its four corners; nothing if it has no area.
+std::optional<CEllipse> EllipseIn(const std::vector<std::pair<double, double>>& corners)
+{
+    if (corners.size() != 4)
+        return std::nullopt;
+    const auto half = [&](size_t from, size_t to) {
+        return Vector{(corners[to].first - corners[from].first) / 2, (corners[to].second - corners[from].second) / 2};
+    };
+    CEllipse ellipse;
+    ellipse.Centre = {(corners[0].first + corners[2].first) / 2, (corners[0].second + corners[2].second) / 2};
+    ellipse.First = half(0, 1);
+    ellipse.Second = half(1, 2);
+    // Corners that run the other way round begin with the upright side.
+    if (ellipse.First[0] == 0 && ellipse.Second[1] == 0)
+        std::swap(ellipse.First, ellipse.Second);
+    if (LengthOf(ellipse.First) == 0 || LengthOf(ellipse.Second) == 0)
+        return std::nullopt;
+    return ellipse;
+}
+
+/// The data model has upright ellipses only, and a way to turn them: x' = A00 x + A01 y + A02, and y' likewise.
+void WriteEllipse(Node node, const CEllipse& ellipse)
+{
+    const auto& [x, y] = ellipse.Centre;
+    const double radiusX = LengthOf(ellipse.First);
+    const double radiusY = LengthOf(ellipse.Second);
+    Set(node, "X", x);
+    Set(node, "Y", y);
+    Set(node, "RadiusX", radiusX);
+    Set(node, "RadiusY", radiusY);
+    if (ellipse.IsUpright())
+        return;
+    const Vector first = {ellipse.First[0] / radiusX, ellipse.First[1] / radiusX};
+    const Vector second = {ellipse.Second[0] / radiusY, ellipse.Second[1] / radiusY};
+    Node transform = AddChild(node, "Transform");
+    Set(transform, "A00", first[0]);
+    Set(transform, "A10", first[1]);
+    Set(transform, "A01", second[0]);
+    Set(transform, "A11", second[1]);
+    Set(transform, "A02", x - first[0] * x - second[0] * y);
+    Set(transform, "A12", y - first[1] * x - second[1] * y);
+}
+
 /// The parts of an image that stand apart from it, by the numbers that join them.
 class CImageWriter
 {
@@ -181,7 +241,8 @@ public:
         for (const CChannelFacts& channel : group.Channels)
         {
             const std::string id = " of channel " + std::to_string(channel.ID);
-            add("ExposureTime" + id, channel.ExposureTime);
+            if (channel.ExposureTime)
+                add("ExposureTime" + id, NumberText(*channel.ExposureTime) + " µs");
             if (channel.Limits)
                 add("DisplayLimits" + id,
                     std::to_string(channel.Limits->Shadow) + " " + std::to_string(channel.Limits->Highlight));
@@ -332,12 +393,9 @@ private:
         if (vertices.empty())
             return;
         const std::string shape = region.Shape.value_or("");
-        const bool isUprightEllipse =
-            shape == "ELLIPSE" && vertices.size() == 4 &&
-            (vertices[0].second == vertices[1].second) == (vertices[1].first == vertices[2].first) &&
-            (vertices[0].second == vertices[1].second || vertices[0].first == vertices[1].first);
+        const auto ellipse = shape == "ELLIPSE" ? EllipseIn(vertices) : std::nullopt;
         Node node = AddChild(shapes, vertices.size() == 1 ? "Point"
-                                     : isUprightEllipse   ? "Ellipse"
+                                     : ellipse            ? "Ellipse"
                                      : shape == "LINE"    ? "Polyline"
                                                           : "Polygon");
         Set(node, "ID", "Shape:" + _Number + "." + std::to_string(roi));
@@ -347,13 +405,9 @@ private:
             Set(node, "X", vertices[0].first);
             Set(node, "Y", vertices[0].second);
         }
-        else if (isUprightEllipse)
+        else if (ellipse)
         {
-            // Told by the corners of the rectangle around it; one runs from the first to the third.
-            Set(node, "X", (vertices[0].first + vertices[2].first) / 2);
-            Set(node, "Y", (vertices[0].second + vertices[2].second) / 2);
-            Set(node, "RadiusX", std::abs(vertices[2].first - vertices[0].first) / 2);
-            Set(node, "RadiusY", std::abs(vertices[2].second - vertices[0].second) / 2);
+            WriteEllipse(node, *ellipse);
         }
         else
         {

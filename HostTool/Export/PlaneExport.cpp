@@ -1,6 +1,7 @@
 #include "HostTool/Export/PlaneExport.h"
 
 #include "HostTool/Pixels/Parallel.h"
+#include "HostTool/Pixels/StreamCheck.h"
 
 #include <cstring>
 
@@ -130,6 +131,8 @@ CPlaneExport::CPlaces CPlaneExport::CopyTiles(const CLevelPlan& plan, const CPos
                 continue;
             }
             Note(*tile, plan, facts);
+            if (const std::string why = WhyNoStream(*tile); !why.empty())
+                _BrokenStreams.Add(NameOfStoredTile(plan, col, row, position) + ": " + why);
             places.Add(Append(tile->Bytes));
             ++_Counts.AsStored;
         }
@@ -143,7 +146,7 @@ CPlaneExport::CPlaces CPlaneExport::CopyTiles(const CLevelPlan& plan, const CPos
         places.Offsets[i] = background.Offset;
         places.Sizes[i] = background.Size;
     }
-    _Counts.Background += missing.size();
+    _Counts.Filled += missing.size();
     return places;
 }
 
@@ -212,7 +215,9 @@ void CPlaneExport::Describe(CTiffDirectory& directory, const CLevelPlan& plan, c
 CTiffDirectory CPlaneExport::WriteLevel(const CLevelPlan& plan, const CPosition& position)
 {
     CStoredFacts facts;
+    const uint64_t filledBefore = _Stitcher.NumOfFilled() + _Stitcher.Failures().Count();
     CPlaces places = plan.IsAsStored() ? CopyTiles(plan, position, facts) : RecompressTiles(plan, position);
+    _Counts.Filled += _Stitcher.NumOfFilled() + _Stitcher.Failures().Count() - filledBefore;
     CTiffDirectory directory;
     Describe(directory, plan, _Pixels.Channel(position.Channel), facts);
     directory.Set(TiffTag::TileOffsets, CTiffOffsets{std::move(places.Offsets)});

@@ -16,7 +16,7 @@ struct CExportCounts
 {
     uint64_t AsStored = 0;
     uint64_t Recompressed = 0;
-    uint64_t Background = 0;   ///< nothing is stored there
+    uint64_t Filled = 0;       ///< nothing is stored there, or it can't be read
     uint64_t UnlikeOthers = 0; ///< as stored, but unlike those that the directory speaks of
 };
 
@@ -24,8 +24,9 @@ struct CExportCounts
 class CPlaneExport
 {
 public:
-    CPlaneExport(const CGroupPixels& pixels, CTiffWriter& file, CColour background, unsigned jobs, CProgress& progress)
-        : _Pixels(pixels), _File(file), _Background(background), _Jobs(jobs), _Progress(progress),
+    CPlaneExport(const CGroupPixels& pixels, CTiffWriter& file, const std::optional<CColour>& background, unsigned jobs,
+                 CProgress& progress)
+        : _Pixels(pixels), _File(file), _Background(BackgroundOf(pixels, background)), _Jobs(jobs), _Progress(progress),
           _Stitcher(pixels, background, jobs)
     {
     }
@@ -34,6 +35,8 @@ public:
     CTiffDirectory WriteLevel(const CLevelPlan& plan, const CPosition& position);
 
     const CExportCounts& Counts() const { return _Counts; }
+    /// Tiles that were copied as stored, and do not begin or end as a stream of their coding.
+    const CTileFailures& BrokenStreams() const { return _BrokenStreams; }
     /// Tiles that could not be read: background is shown in their place.
     const CTileFailures& Failures() const { return _ReadFailures; }
     const CTileFailures& DecodeFailures() const { return _Stitcher.Failures(); }
@@ -82,6 +85,7 @@ private:
     CProgress& _Progress;
     CStitcher _Stitcher;
     CTileFailures _ReadFailures;
+    CTileFailures _BrokenStreams;
     CExportCounts _Counts;
     std::map<std::vector<uint8_t>, CPlace> _BackgroundTiles; ///< by their bytes: each is written once
 };

@@ -16,8 +16,9 @@ struct CProof::CHandle
     TIFF* Tiff;
 };
 
-CProof::CProof(const std::filesystem::path& file, CColour background, unsigned jobs, CProgress& progress)
-    : _Path(file), _Background(background), _Jobs(jobs), _Progress(progress)
+CProof::CProof(const std::filesystem::path& file, const std::filesystem::path& name,
+               const std::optional<CColour>& background, unsigned jobs, CProgress& progress)
+    : _Name(name), _Background(background), _Jobs(jobs), _Progress(progress)
 {
     // A compression that is stored is nothing that the library has to know.
     TIFFSetWarningHandler(nullptr);
@@ -32,8 +33,8 @@ CProof::~CProof() = default;
 
 void CProof::Fail(const std::string& what) const
 {
-    throw CHostError(ExitCode::BadFile, _Path.string() + ": it is not what was exported: " + what +
-                                            "; the file is removed, try again on another disk");
+    throw CHostError(ExitCode::NotEqual, _Name.string() + ": it is not what was exported: " + what +
+                                             "; the file is not kept, try again on another disk");
 }
 
 void CProof::SelectDirectory(uint64_t offset)

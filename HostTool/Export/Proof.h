@@ -17,8 +17,9 @@ struct CProofCounts
 class CProof
 {
 public:
-    /// Throws CHostError if the file can't be opened.
-    CProof(const std::filesystem::path& file, CColour background, unsigned jobs, CProgress& progress);
+    /// `name` is what the file is going to be called. Throws CHostError if it can't be opened.
+    CProof(const std::filesystem::path& file, const std::filesystem::path& name,
+           const std::optional<CColour>& background, unsigned jobs, CProgress& progress);
     ~CProof();
     CProof(const CProof&) = delete;
     CProof& operator=(const CProof&) = delete;
@@ -39,8 +40,8 @@ private:
     [[noreturn]] void Fail(const std::string& what) const;
 
     struct CHandle;
-    std::filesystem::path _Path;
-    CColour _Background;
+    std::filesystem::path _Name;
+    std::optional<CColour> _Background;
     unsigned _Jobs;
     CProgress& _Progress;
     std::unique_ptr<CHandle> _File;

@@ -1,12 +1,13 @@
 #include "HostTool/Export/RoisCommand.h"
 
 #include "HostTool/OutputFile.h"
+#include "HostTool/OutputPlace.h"
 #include "HostTool/Pixels/CommonOptions.h"
+#include "HostTool/StandardOutput.h"
 #include "HostTool/Text.h"
 
 #include <CLI/CLI.hpp>
 #include <cmath>
-#include <iostream>
 #include <nlohmann/json.hpp>
 #include <numbers>
 
@@ -85,17 +86,6 @@ Json FeatureOf(const CGroupRegions& group, const CRegionFacts& region)
     return {{"type", "Feature"}, {"properties", properties}, {"geometry", geometry}};
 }
 
-/// A field as tables have it: in quotes if it holds anything that separates.
-std::string Quoted(const std::string& text)
-{
-    if (text.find_first_of(",\"\r\n") == std::string::npos)
-        return text;
-    std::string quoted = "\"";
-    for (const char c : text)
-        quoted += c == '"' ? std::string("\"\"") : std::string(1, c);
-    return quoted + "\"";
-}
-
 std::string NumberText(double number)
 {
     return Json(number).dump(); // the shortest text, in any locale
@@ -106,7 +96,7 @@ std::vector<CGroupRegions> RegionsOfGroups(const CDocument& document, const std:
     if (only)
         RequireGroup(document, *only);
     std::vector<CGroupRegions> groups;
-    for (int number = 0; number < document.NumOfGroups(); ++number)
+    for (const int number : document.ReadableGroups())
     {
         if (only.value_or(number) != number)
             continue;
@@ -120,20 +110,38 @@ struct CRoisRequest
 {
     std::optional<int> Group; ///< nothing: all of them
     std::string Format = "geojson";
-    std::filesystem::path Output;
+    COutputPlace Output;
 };
+
+/// Throws CHostError if several groups have regions: each counts in pixels of its own, and GeoJSON has one space.
+void RequireOneSpace(const CDocument& document, const std::vector<CGroupRegions>& groups)
+{
+    std::string numbers;
+    size_t count = 0;
+    for (const CGroupRegions& group : groups)
+        if (!group.Regions.empty())
+        {
+            numbers += (count++ == 0 ? "" : ", ") + std::to_string(group.Group);
+        }
+    if (count > 1)
+        throw CHostError(ExitCode::WrongUsage, document.Path().string() + ": the groups " + numbers +
+                                                   " have regions, each in pixels of its own; choose one by -g");
+}
 
 /// Answers a line that says what was written.
 std::string WriteRois(const CDocument& document, const CRoisRequest& request)
 {
     const std::vector<CGroupRegions> groups = RegionsOfGroups(document, request.Group);
-    COutputFile file(request.Output);
+    if (request.Format == "geojson")
+        RequireOneSpace(document, groups);
+    const std::filesystem::path output = request.Output.For(document.Path());
+    COutputFile file(output);
     file.Write(request.Format == "csv" ? CsvOf(groups) : GeoJsonOf(groups));
     file.Finish();
     uint64_t numOfRegions = 0;
     for (const CGroupRegions& group : groups)
         numOfRegions += group.Regions.size();
-    return request.Output.string() + ": " + TextOfCount(numOfRegions, "region");
+    return output.string() + ": " + TextOfCount(numOfRegions, "region");
 }
 
 } // namespace
@@ -165,9 +173,10 @@ std::string CsvOf(const std::vector<CGroupRegions>& groups)
             {
                 const Points point = {PlaceOf(region.Points[vertex], group.Finest)};
                 const auto length = InMicrometres(point, group.Finest);
-                text += std::to_string(group.Group) + "," + Quoted(region.ID) + "," + Quoted(region.Name.value_or("")) +
-                        "," + Quoted(region.Type.value_or("")) + "," + Quoted(region.Shape.value_or("")) + "," +
-                        std::to_string(vertex) + "," + NumberText(point[0][0]) + "," + NumberText(point[0][1]) + "," +
+                text += std::to_string(group.Group) + "," + CsvField(region.ID) + "," +
+                        CsvField(region.Name.value_or("")) + "," + CsvField(region.Type.value_or("")) + "," +
+                        CsvField(region.Shape.value_or("")) + "," + std::to_string(vertex) + "," +
+                        NumberText(point[0][0]) + "," + NumberText(point[0][1]) + "," +
                         (length ? NumberText((*length)[0][0]) + "," + NumberText((*length)[0][1]) : ",") + "\n";
             }
     return text;
@@ -181,10 +190,12 @@ void AddRoisCommand(CCommandLine& line)
                          "  zel rois slide.zel -o rois.geojson\n  zel rois slide.zel --format csv -o rois.csv"},
                         [request](const CDocument& document)
                         {
-                            std::cout << Printable(WriteRois(document, *request)) << '\n';
+                            Say(WriteRois(document, *request));
                             return ExitCode::Done;
                         });
-    command.add_option("-g,--group", request->Group, "group, from 0. Default: all of them")
+    command
+        .add_option("-g,--group", request->Group,
+                    "group, from 0; to be given for geojson if several have regions. Default: all of them")
         ->check(CLI::NonNegativeNumber);
     command
         .add_option("--format", request->Format,
@@ -192,7 +203,15 @@ void AddRoisCommand(CCommandLine& line)
                     "of an ellipse being the corners of the rectangle around it")
         ->check(CLI::IsMember({"geojson", "csv"}))
         ->capture_default_str();
-    command.add_option("-o,--output", request->Output, "file to write")->required();
+    request->Output.AddTo(command, "-o,--output", "file to write; - for standard output", "{stem}.geojson");
+    AddOutputOptions(command);
+    line.TakeSeveral(command,
+                     [request](const auto& files)
+                     {
+                         request->Output.RequireGiven();
+                         request->Output.SetPattern("{stem}." + request->Format);
+                         request->Output.Prepare(files);
+                     });
 }
 
 } // namespace HostTool

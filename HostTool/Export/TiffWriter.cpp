@@ -153,7 +153,8 @@ CTiffRational RationalOf(double number)
     return {static_cast<uint32_t>(std::llround(number * denominator)), denominator};
 }
 
-CTiffWriter::CTiffWriter(const std::filesystem::path& path, bool isBig) : _File(path), _IsBig(isBig)
+CTiffWriter::CTiffWriter(const std::filesystem::path& path, bool isBig)
+    : _File(path, WritingOrder::BeginningLast), _IsBig(isBig)
 {
     _Gathered.reserve(BytesOfBuffer);
     _BeingWritten.reserve(BytesOfBuffer);
@@ -230,7 +231,7 @@ uint64_t CTiffWriter::WriteDirectory(const CTiffDirectory& directory, uint64_t n
     return place;
 }
 
-std::vector<uint64_t> CTiffWriter::Finish(const std::vector<CTiffDirectory>& directories)
+std::vector<uint64_t> CTiffWriter::Complete(const std::vector<CTiffDirectory>& directories)
 {
     uint64_t mostBytes = _Size;
     for (const CTiffDirectory& directory : directories)
@@ -258,7 +259,7 @@ std::vector<uint64_t> CTiffWriter::Finish(const std::vector<CTiffDirectory>& dir
     WaitForWriting();
     std::fseek(_File.Stream(), 0, SEEK_SET);
     _File.Write(header);
-    _File.Finish();
+    _File.Complete();
     return places;
 }
 

@@ -50,7 +50,7 @@ private:
 class CTiffWriter
 {
 public:
-    /// `isBig`: a BigTIFF file in any case. Throws CHostError if the file can't be made.
+    /// `isBig`: a BigTIFF file in any case. Throws CHostError if the file can't be made, or not be sought in.
     explicit CTiffWriter(const std::filesystem::path& path, bool isBig = false);
     ~CTiffWriter();
     CTiffWriter(const CTiffWriter&) = delete;
@@ -62,9 +62,15 @@ public:
     /// Appends directly behind what was appended last. Throws CHostError.
     void Continue(std::span<const uint8_t> bytes) { Write(bytes); }
 
-    /// Writes the directories, of which each points at the next, and gives the file its name. Answers where each of
-    /// them is. Throws CHostError.
-    std::vector<uint64_t> Finish(const std::vector<CTiffDirectory>& directories);
+    /// Writes the directories, of which each points at the next: the file is complete. Answers where each of them is.
+    /// Throws CHostError.
+    std::vector<uint64_t> Complete(const std::vector<CTiffDirectory>& directories);
+
+    /// The complete file, before it has its name; nothing for a device.
+    const std::filesystem::path& UnfinishedPath() const { return _File.UnfinishedPath(); }
+
+    /// Gives the complete file its name. Throws CHostError.
+    void Finish() { _File.Finish(); }
 
 private:
     class CEncoder;

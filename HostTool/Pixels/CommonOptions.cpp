@@ -1,6 +1,8 @@
 #include "HostTool/Pixels/CommonOptions.h"
 
 #include "HostTool/HostError.h"
+#include "HostTool/ManyFiles.h"
+#include "HostTool/OutputRules.h"
 #include "HostTool/Pixels/Parallel.h"
 
 #include <CLI/CLI.hpp>
@@ -11,8 +13,6 @@ namespace HostTool
 
 namespace
 {
-
-constexpr unsigned MostJobs = 256;
 
 const std::map<std::string, ValueKind> NamesOfValueKinds = {
     {"unsigned", ValueKind::Unsigned}, {"signed", ValueKind::Signed}, {"float", ValueKind::Float}};
@@ -25,10 +25,17 @@ std::optional<ValueKind> CCommonOptions::Values() const
     return kind == NamesOfValueKinds.end() ? std::nullopt : std::optional(kind->second);
 }
 
+unsigned CCommonOptions::JobsOfOne() const
+{
+    return std::max(1U, Jobs / FilesAtOnce());
+}
+
 void CCommonOptions::AddTo(CLI::App& command)
 {
     Jobs = UsualNumOfJobs();
-    command.add_option("-j,--jobs", Jobs, "threads to decode on. Default: one for each processor")
+    command
+        .add_option("-j,--jobs", Jobs,
+                    "threads to decode on, of all documents together. Default: one for each processor")
         ->check(CLI::Range(1U, MostJobs));
     command
         .add_option("--values", ValuesText,
@@ -51,13 +58,32 @@ void AddPositionOptions(CLI::App& command, CPosition& position)
     add("--lambda", position.Lambda, "position on the wavelength axis, from 0");
 }
 
+void AddOutputOptions(CLI::App& command)
+{
+    CLI::Option* refuse = command.add_flag_callback(
+        "--no-clobber", [] { OutputRules::Set(IfExists::Refuse); }, "fail if the output is there already");
+    command
+        .add_flag_callback(
+            "--skip-existing", [] { OutputRules::Set(IfExists::Skip); },
+            "leave an output that is there already as it is")
+        ->excludes(refuse);
+}
+
 void AddBackgroundOption(CLI::App& command, std::string& colour)
 {
     const auto check = [](const std::string& text)
     { return ParseColour(text) ? "" : "'" + text + "' is no colour; give white, black or six hexadecimal digits"; };
-    command.add_option("--background", colour, "colour of what has no tile: white, black or six hexadecimal digits")
-        ->check(CLI::Validator(check, "COLOUR"))
-        ->capture_default_str();
+    command
+        .add_option(
+            "--background", colour,
+            "colour of what has no tile: white, black or six hexadecimal digits. Default: white for a picture in "
+            "red, green and blue, 0 for grey and for several channels")
+        ->check(CLI::Validator(check, "COLOUR"));
+}
+
+void AddStrictOption(CLI::App& command, bool& isStrict, const std::string& what)
+{
+    command.add_flag("--strict", isStrict, "fail, with exit code 1, if anything " + what);
 }
 
 std::optional<CColour> ParseColour(const std::string& text)
@@ -81,6 +107,7 @@ void RequireGroup(const CDocument& document, int group)
             ExitCode::WrongUsage,
             document.Path().string() + ": there is no group " + std::to_string(group) + " in the document; " +
                 (numOfGroups == 0 ? "there is none" : "the last one is " + std::to_string(numOfGroups - 1)));
+    document.Group(group); // throws if it can't be read
 }
 
 } // namespace HostTool

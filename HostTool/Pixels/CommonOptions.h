@@ -10,10 +10,15 @@ class App;
 namespace HostTool
 {
 
+/// More threads or documents at once make nothing faster.
+constexpr unsigned MostJobs = 256;
+
 /// Options of all commands that read many tiles.
 struct CCommonOptions
 {
     unsigned Jobs = 0; ///< set by AddTo
+    /// The threads for one of the documents that are read at once; at least 1.
+    unsigned JobsOfOne() const;
     std::string ValuesText;
 
     /// What the user says of raw values; nothing if he doesn't.
@@ -23,6 +28,12 @@ struct CCommonOptions
 
 void AddGroupOption(CLI::App& command, int& group);
 void AddPositionOptions(CLI::App& command, CPosition& position);
+
+/// What becomes of an output that is there already.
+void AddOutputOptions(CLI::App& command);
+
+/// A flag that makes whatever `what` says a failure.
+void AddStrictOption(CLI::App& command, bool& isStrict, const std::string& what);
 
 /// The colour is checked, but left as text.
 void AddBackgroundOption(CLI::App& command, std::string& colour);

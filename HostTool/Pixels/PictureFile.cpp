@@ -40,16 +40,23 @@ public:
     void Write(std::span<const uint8_t> rows) override
     {
         if (!WriteRows(rows.data(), rows.size() / _BytesPerRow))
-            Refuse(_Path, "cannot be written: the disk is full, or fails; choose another place");
+            Fail();
     }
     void Finish() override
     {
         if (!End())
-            Refuse(_Path, "cannot be written: the disk is full, or fails; choose another place");
+            Fail();
         _File.Finish();
     }
 
 private:
+    /// libpng leaves its call at the first byte that the file does not take.
+    [[noreturn]] void Fail()
+    {
+        _File.Complete();
+        throw CHostError(ExitCode::Machine,
+                         _Path.string() + ": cannot be written: the disk is full, or fails; choose another place");
+    }
     static void IgnoreWarning(png_structp, png_const_charp) {}
 
     bool Begin(const CPictureFacts& facts)
@@ -117,7 +124,11 @@ public:
             rows = rows.subspan(part.size());
         }
     }
-    void Finish() override { _File.Finish(_Pictures); }
+    void Finish() override
+    {
+        _File.Complete(_Pictures);
+        _File.Finish();
+    }
 
 private:
     void EndPicture()
@@ -170,7 +181,7 @@ std::unique_ptr<CPictureWriter> MakePictureWriter(const std::filesystem::path& p
                                                   uint32_t numOfPictures)
 {
     const std::filesystem::path extension = path.extension();
-    if (extension == ".png")
+    if (extension == ".png" || IsStream(path))
         return MakePng(path, facts, numOfPictures);
     if (extension == ".tif" || extension == ".tiff")
         return std::make_unique<CTiffPicture>(path, facts);

@@ -42,21 +42,32 @@ std::optional<Pair> PairOf(const std::optional<std::string>& text)
     return pair;
 }
 
-/// How far a group's picture lies from the corner of all pictures of the document, in its pixels. 0 if it's not told.
+/// The size of a pixel of the finest level in micrometres; nothing if it's not told.
+std::optional<Pair> PixelSizeOf(const CGroup& group)
+{
+    const auto length = group.FirstArea().Properties(L"PixelLength");
+    const Pair size = {length ? length->Number(L"xLength").value_or(0) : 0,
+                       length ? length->Number(L"yLength").value_or(0) : 0};
+    return size[0] > 0 && size[1] > 0 ? std::optional(size) : std::nullopt;
+}
+
+/// How far the plug-in takes a group's picture to lie from the corner of all pictures of the document, in its pixels:
+/// it divides the distance of the origins, in whatever unit the document has, by the size of a pixel in micrometres.
+/// 0 if it's not told.
 std::array<int64_t, 2> DistanceToOthers(const CDocument& document, const CGroup& group)
 {
     const auto origin = PairOf(group.DisplayProperty(L"ZEL_GroupFrameOrigin"));
-    const auto scale = PairOf(group.DisplayProperty(L"ZEL_GroupFrameScale"));
-    if (!origin || !scale)
+    const auto pixelSize = PixelSizeOf(group);
+    if (!origin || !pixelSize)
         return {};
     Pair corner = *origin;
-    for (int other = 0; other < document.NumOfGroups(); ++other)
+    for (const int other : document.ReadableGroups())
         if (const auto its = PairOf(document.Group(other).DisplayProperty(L"ZEL_GroupFrameOrigin")))
             corner = {std::min(corner[0], (*its)[0]), std::min(corner[1], (*its)[1])};
     std::array<int64_t, 2> distance{};
     for (size_t i = 0; i < 2; ++i)
     {
-        const double pixels = std::abs(((*origin)[i] - corner[i]) / (*scale)[i]);
+        const double pixels = std::abs(((*origin)[i] - corner[i]) / (*pixelSize)[i]);
         if (pixels < static_cast<double>(MostPixels)) // not if it is no number
             distance[i] = std::llround(pixels);
     }

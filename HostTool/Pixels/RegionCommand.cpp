@@ -5,6 +5,7 @@
 #include "HostTool/Pixels/Parallel.h"
 #include "HostTool/Pixels/PictureFile.h"
 #include "HostTool/Pixels/Progress.h"
+#include "HostTool/StandardOutput.h"
 #include "HostTool/Text.h"
 
 #include <CLI/CLI.hpp>
@@ -106,6 +107,7 @@ public:
     }
     uint32_t NumOfPictures() const { return std::max(1U, static_cast<uint32_t>(_OneByOne.size())); }
     const CTileFailures& Failures() const { return _Stitcher.Failures(); }
+    uint64_t NumOfFilled() const { return _Stitcher.NumOfFilled() + Failures().Count(); }
     bool IsBlended() const { return !_Blended.empty(); }
 
     void Write(CPictureWriter& writer)
@@ -187,6 +189,20 @@ std::string TextOfFormat(const CPixelFormat& format)
            std::to_string(8 * format.BytesPerComponent) + " bits";
 }
 
+/// Of a picture that may lack nothing. Throws CHostError.
+void RequireComplete(const CGroupPixels& pixels, const CRegionMaker& maker)
+{
+    if (maker.NumOfFilled() == 0 && pixels.Limits().empty())
+        return;
+    std::string why = TextOfCount(maker.NumOfFilled(), "tile") + " filled";
+    if (maker.Failures().Count() > 0)
+        why += ", " + maker.Failures().Text("decoded");
+    for (const std::string& limit : pixels.Limits())
+        why += ", " + limit;
+    throw CHostError(ExitCode::BadFile,
+                     pixels.Document().Path().string() + ": --strict: " + why + "; nothing is written");
+}
+
 CPixelRect ParseRect(const std::vector<int64_t>& numbers)
 {
     constexpr int64_t most = int64_t{1} << 40; // sums of two stay far from the limits
@@ -211,6 +227,8 @@ CRegionOutcome WriteRegion(const CDocument& document, const CRegionRequest& requ
     const CPictureFacts facts = maker.Facts();
     const auto writer = MakePictureWriter(request.Output, facts, maker.NumOfPictures());
     maker.Write(*writer);
+    if (request.IsStrict)
+        RequireComplete(pixels, maker);
     writer->Finish();
 
     CRegionOutcome outcome;
@@ -219,6 +237,8 @@ CRegionOutcome WriteRegion(const CDocument& document, const CRegionRequest& requ
                    " pixels, " + TextOfFormat(facts.Format) + (maker.IsBlended() ? ", blended" : "");
     if (maker.NumOfPictures() > 1)
         outcome.Line += ", " + std::to_string(maker.NumOfPictures()) + " pictures";
+    if (maker.NumOfFilled() > 0)
+        outcome.Line += ", " + TextOfCount(maker.NumOfFilled(), "tile") + " filled";
     if (const CTileFailures& failures = maker.Failures(); failures.Count() > 0)
     {
         outcome.Remarks.push_back(document.Path().string() + ": " + failures.Text("decoded"));
@@ -233,28 +253,28 @@ void AddRegionCommand(CCommandLine& line)
     {
         CRegionRequest Request;
         std::vector<int64_t> Rect;
-        std::string Background = "white";
+        std::string Background;
         CCommonOptions Common;
     };
     const auto options = std::make_shared<COptions>();
     CLI::App& command =
-        line.AddCommand({"region", "Writes a rectangle of a level to a picture file, stitched from its tiles.",
-                         "  zel region slide.zel -l 2 -o overview.png\n"
-                         "  zel region slide.zel --rect 8000,6000,1024,768 -c 0 -c 1 -o channels.tif"},
-                        [options](const CDocument& document)
-                        {
-                            CRegionRequest& request = options->Request;
-                            request.Background = ParseColour(options->Background).value_or(CColour());
-                            if (!options->Rect.empty())
-                                request.Rect = ParseRect(options->Rect);
-                            request.Values = options->Common.Values();
-                            request.Jobs = options->Common.Jobs;
-                            const CRegionOutcome outcome = WriteRegion(document, request);
-                            std::cout << Printable(outcome.Line) << '\n';
-                            for (const std::string& remark : outcome.Remarks)
-                                std::cerr << "zel: " << Printable(remark) << '\n';
-                            return outcome.Code;
-                        });
+        line.AddTolerantCommand({"region", "Writes a rectangle of a level to a picture file, stitched from its tiles.",
+                                 "  zel region slide.zel -l 2 -o overview.png\n"
+                                 "  zel region slide.zel --rect 8000,6000,1024,768 -c 0 -c 1 -o channels.tif"},
+                                [options](const CDocument& document)
+                                {
+                                    CRegionRequest& request = options->Request;
+                                    request.Background = ParseColour(options->Background);
+                                    if (!options->Rect.empty())
+                                        request.Rect = ParseRect(options->Rect);
+                                    request.Values = options->Common.Values();
+                                    request.Jobs = options->Common.JobsOfOne();
+                                    const CRegionOutcome outcome = WriteRegion(document, request);
+                                    Say(outcome.Line);
+                                    for (const std::string& remark : outcome.Remarks)
+                                        std::cerr << "zel: " << Printable(remark) << '\n';
+                                    return outcome.Code;
+                                });
     CRegionRequest& request = options->Request;
     AddGroupOption(command, request.Group);
     command.add_option("-l,--level", request.Level, "level; 0 is the finest")
@@ -274,8 +294,13 @@ void AddRegionCommand(CCommandLine& line)
     command.add_flag("--blend", request.IsBlended, "blend the channels given by -c");
     AddPositionOptions(command, request.Position);
     AddBackgroundOption(command, options->Background);
+    AddStrictOption(command, request.IsStrict, "is filled, not served or undecodable");
     options->Common.AddTo(command);
-    command.add_option("-o,--output", request.Output, "file to write: NAME.png, or NAME.tif")->required();
+    command
+        .add_option("-o,--output", request.Output,
+                    "file to write: NAME.png, or NAME.tif; - for a PNG picture on standard output")
+        ->required();
+    AddOutputOptions(command);
 }
 
 } // namespace HostTool

@@ -10,11 +10,12 @@ struct CRegionRequest
 {
     int Group = 0;
     int Level = 0;
-    std::optional<CPixelRect> Rect; ///< from the picture's left top corner; all of it if not set
-    std::vector<uint32_t> Channels; ///< one by one at full depth; empty: all of them, blended
-    bool IsBlended = false;         ///< the channels above are blended as well
-    CPosition Position;             ///< but for the channel
-    CColour Background;
+    std::optional<CPixelRect> Rect;    ///< from the picture's left top corner; all of it if not set
+    std::vector<uint32_t> Channels;    ///< one by one at full depth; empty: all of them, blended
+    bool IsStrict = false;             ///< a picture that lacks anything of the document is a failure, and not kept
+    bool IsBlended = false;            ///< the channels above are blended as well
+    CPosition Position;                ///< but for the channel
+    std::optional<CColour> Background; ///< of what has no tile; nothing: the one that fits, see BackgroundOf
     std::optional<ValueKind> Values;
     unsigned Jobs = 1;
     std::filesystem::path Output;

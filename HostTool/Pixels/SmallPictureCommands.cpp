@@ -1,14 +1,15 @@
 #include "HostTool/Pixels/SmallPictureCommands.h"
 
 #include "HostTool/OutputFile.h"
+#include "HostTool/OutputPlace.h"
 #include "HostTool/Pixels/Bitmap.h"
+#include "HostTool/Pixels/CommonOptions.h"
 #include "HostTool/Pixels/PictureFile.h"
 #include "HostTool/Pixels/TileCodec.h"
-#include "HostTool/Text.h"
+#include "HostTool/StandardOutput.h"
 #include "HostTool/TileKind.h"
 
 #include <CLI/CLI.hpp>
-#include <iostream>
 
 namespace HostTool
 {
@@ -36,9 +37,8 @@ std::string WritePicture(const CDocument& document, const ByteBuffer& bytes, std
 {
     const CTileKind* kind = FindTileKind(bytes);
     const std::string_view extension = kind ? kind->Extension : ".raw";
-    if (!path.has_extension())
-        path += extension;
-    if (path.extension() == extension || (kind && path.extension() == kind->OtherExtension))
+    path = WithExtension(std::move(path), extension);
+    if (IsStream(path) || path.extension() == extension || (kind && path.extension() == kind->OtherExtension))
         return WriteAsStored(bytes, path);
     if (!kind || kind->Extension != ".bmp")
         throw CHostError(ExitCode::WrongUsage, path.string() + ": the " + what + " is " +
@@ -59,20 +59,27 @@ std::string WritePicture(const CDocument& document, const ByteBuffer& bytes, std
 }
 
 void AddPictureCommand(CCommandLine& line, const CCommandText& text, const std::string& what,
-                       std::optional<ByteBuffer> (*read)(const CDocument&))
+                       const std::string& pattern, std::optional<ByteBuffer> (*read)(const CDocument&))
 {
-    const auto output = std::make_shared<std::filesystem::path>();
-    line.AddCommand(text,
-                    [output, what, read](const CDocument& document)
-                    {
-                        const auto bytes = read(document);
-                        if (!bytes || bytes->empty())
-                            throw Nothing(document, what);
-                        std::cout << Printable(WritePicture(document, *bytes, *output, what)) << '\n';
-                        return ExitCode::Done;
-                    })
-        .add_option("-o,--output", *output, "file to write; without an extension it gets the one that fits")
-        ->required();
+    const auto output = std::make_shared<COutputPlace>();
+    CLI::App& command = line.AddCommand(text,
+                                        [output, what, read](const CDocument& document)
+                                        {
+                                            const auto bytes = read(document);
+                                            if (!bytes || bytes->empty())
+                                                throw Nothing(document, what);
+                                            Say(WritePicture(document, *bytes, output->For(document.Path()), what));
+                                            return ExitCode::Done;
+                                        });
+    output->AddTo(command, "-o,--output",
+                  "file to write; without an extension it gets the one that fits; - for standard output", pattern);
+    AddOutputOptions(command);
+    line.TakeSeveral(command,
+                     [output](const auto& files)
+                     {
+                         output->RequireGiven();
+                         output->Prepare(files);
+                     });
 }
 
 } // namespace
@@ -81,8 +88,8 @@ void AddThumbnailCommand(CCommandLine& line)
 {
     AddPictureCommand(line,
                       {"thumbnail", "Writes the thumbnail to a picture file: PNG, TIFF, or BMP as the plug-in has it.",
-                       "  zel thumbnail slide.zel -o thumbnail.png\n  zel thumbnail slide.zel -o thumbnail.bmp"},
-                      "thumbnail", [](const CDocument& document) { return document.Thumbnail(); });
+                       "  zel thumbnail slide.zel -o thumbnail.png\n  zel thumbnail -r slides --out-dir thumbnails"},
+                      "thumbnail", "{stem}.png", [](const CDocument& document) { return document.Thumbnail(); });
 }
 
 void AddOverviewCommand(CCommandLine& line)
@@ -90,7 +97,7 @@ void AddOverviewCommand(CCommandLine& line)
     AddPictureCommand(line,
                       {"overview", "Writes the picture of the whole slide to a file, as it is stored.",
                        "  zel overview slide.zel -o overview\n  zel overview slide.zel -o overview.jpg"},
-                      "overview picture", [](const CDocument& document) { return document.Overview(); });
+                      "overview picture", "{stem}", [](const CDocument& document) { return document.Overview(); });
 }
 
 } // namespace HostTool

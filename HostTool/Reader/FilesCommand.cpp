@@ -1,11 +1,11 @@
 #include "HostTool/Reader/FilesCommand.h"
 
 #include "HostTool/Reader/FileRoles.h"
+#include "HostTool/StandardOutput.h"
 #include "HostTool/Table.h"
 #include "HostTool/Text.h"
 
 #include <algorithm>
-#include <iostream>
 
 namespace HostTool
 {
@@ -21,7 +21,7 @@ ExitCode ListFiles(const std::filesystem::path& path)
     table.Add({"bytes", "role", "file"});
     for (const CDocumentFile& file : files)
         table.Add({file.Size ? std::to_string(*file.Size) : "missing", NameOf(file), Printable(file.Path.string())});
-    table.Print(std::cout, "");
+    table.Print(WhereItIsSaid(), "");
     const auto missing = std::find_if(files.begin(), files.end(), [](const CDocumentFile& file) { return !file.Size; });
     if (missing != files.end())
         throw CHostError(ExitCode::MissingFile, missing->Path.string() + ": the " + NameOf(*missing) +
@@ -33,10 +33,12 @@ ExitCode ListFiles(const std::filesystem::path& path)
 
 void AddFilesCommand(CCommandLine& line)
 {
-    line.AddFileCommand(
-        {"files", "Lists the files that the document is made of, with their roles, and what is missing.",
-         "  zel files slide.zel\n  zel files /data/slide.zel"},
-        [](const std::filesystem::path&, const std::filesystem::path& file) { return ListFiles(file); });
+    line.TakeSeveral(
+        line.AddFileCommand(
+            {"files", "Lists the files that the document is made of, with their roles, and what is missing.",
+             "  zel files slide.zel\n  zel files /data/slide.zel"},
+            [](const std::filesystem::path&, const std::filesystem::path& file) { return ListFiles(file); }),
+        {});
 }
 
 } // namespace HostTool

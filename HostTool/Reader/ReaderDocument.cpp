@@ -52,17 +52,22 @@ std::vector<Zel::CZelMultiDimImage*> CReaderDocument::Images() const
 
 void CReaderDocument::Do(const std::string& what, const std::function<void()>& work) const
 {
+    DoOnReader(_Path, what, work);
+}
+
+void DoOnReader(const std::filesystem::path& document, const std::string& what, const std::function<void()>& work)
+{
     try
     {
         work();
     }
     catch (const char*) // a rule of the format that the file breaks
     {
-        throw FailedCall(_Path, what, ResultOfErrno());
+        throw FailedCall(document, what, ResultOfErrno());
     }
     catch (const std::bad_cast&)
     {
-        throw FailedCall(_Path, what, AC_RESULT_FAILURE);
+        throw FailedCall(document, what, AC_RESULT_FAILURE);
     }
 }
 

@@ -16,8 +16,11 @@ class CZelMultiDimImage;
 namespace HostTool
 {
 
+/// Runs work on the reader's own objects. Throws CHostError in the place of what the library throws.
+void DoOnReader(const std::filesystem::path& document, const std::string& what, const std::function<void()>& work);
+
 /// A document opened by the reader's own library, for what the exported functions can't tell: where things lie in the
-/// files, and what is missing. Pixels and properties are never read through it.
+/// files, and what is missing.
 class CReaderDocument
 {
 public:

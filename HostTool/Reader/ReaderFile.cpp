@@ -17,8 +17,11 @@ CReaderFile::CReaderFile(const std::filesystem::path& path)
     _Descriptor = open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
     struct stat facts = {};
     if (_Descriptor < 0 || fstat(_Descriptor, &facts) != 0)
-        throw CHostError(ExitCode::WrongUsage,
-                         path.string() + ": cannot open: " + std::strerror(errno) + "; check the name");
+    {
+        const int reason = errno;
+        throw CHostError(CodeOfErrno(reason),
+                         path.string() + ": cannot open: " + std::strerror(reason) + "; check the name and its rights");
+    }
     if (!S_ISREG(facts.st_mode))
     {
         close(_Descriptor);

@@ -63,6 +63,8 @@ CGroupIndex::CGroupIndex(const CReaderDocument& document, Zel::CZelMultiDimImage
     document.Do("cannot list the tiles of stack " + std::to_string(_StackID),
                 [&]
                 {
+                    if (image.IsKorFileMissing())
+                        return;
                     image.Dimensions(); // the order of the indexes in records follows from them
                     if (!image.UsesKorFile())
                         ReadDirectoriesOfDocument(image);

@@ -34,7 +34,7 @@ struct CTileRecord
     bool IsBefore(const CTileRecord& other) const;
 };
 
-/// The tiles of one group, and the file that they lie in.
+/// The tiles of one group, and the file that they lie in; none if its tile store is missing.
 class CGroupIndex
 {
 public:

@@ -160,7 +160,7 @@ Json HeadOf(const CTilePlaces& places)
     for (const auto& [directory, bytes] : places.JpegTables())
         tables.push_back({{"directory", directory}, {"base64", ToBase64(bytes)}});
     return {{"format", "zel tiles"},
-            {"version", 1},
+            {"version", 2},
             {"file", places.Index().File().string()},
             {"kind", places.Index().IsTiff() ? "tiff" : "store"},
             {"group", places.Pixels().Group().Number()},
@@ -168,7 +168,7 @@ Json HeadOf(const CTilePlaces& places)
             {"levels", std::move(levels)},
             {"jpegTables", std::move(tables)},
             {"fields",
-             {"level", "column", "row", "channel", "z", "t", "lambda", "directory", "offset", "length", "x", "y", "xUm",
+             {"level", "column", "row", "channel", "z", "t", "lambda", "directory", "offset", "bytes", "x", "y", "xUm",
               "yUm"}}};
 }
 
@@ -211,7 +211,7 @@ void PrintJson(std::ostream& out, const CTilePlaces& places)
 void AddTilesCommand(CCommandLine& line)
 {
     const auto request = std::make_shared<CTilesRequest>();
-    CLI::App& command = line.AddCommand(
+    CLI::App& command = line.AddTolerantCommand(
         {"tiles",
          "Prints where every stored tile of a group lies: file, offset and length, and its place in the "
          "picture, from the picture's upper left corner.",

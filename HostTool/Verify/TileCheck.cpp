@@ -3,6 +3,7 @@
 #include "HostTool/Pixels/Parallel.h"
 #include "HostTool/Pixels/Progress.h"
 #include "HostTool/Pixels/Stitch.h"
+#include "HostTool/Reader/SoundStacks.h"
 #include "HostTool/Verify/TileReader.h"
 
 #include <chrono>
@@ -150,7 +151,7 @@ private:
         for (uint64_t area = chunk.FirstArea; area < chunk.BehindLastArea; ++area)
         {
             const CCheckedTile tile =
-                reader->Check(static_cast<int>(chunk.Group), level.Level, area, level.Frames[chunk.Frame]);
+                reader->Check(_Checked.Groups[chunk.Group].Number, level.Level, area, level.Frames[chunk.Frame]);
             const size_t place = chunk.Frame * level.NumOfAreas() + area;
             level.Verdicts[place] = tile.Outcome;
             level.Sizes[place] = tile.Size;
@@ -224,10 +225,10 @@ CCheckedDocument CheckTiles(const CPluginHost& host, const std::filesystem::path
     const auto start = std::chrono::steady_clock::now();
     CCheckedDocument checked;
     {
-        const CDocument document(host, path);
+        const CDocument document = OpenWhatThereIs(host, path);
         checked.Path = document.Path();
-        const int numOfGroups = document.NumOfGroups();
-        for (int group = 0; group < numOfGroups; ++group)
+        checked.Missing = document.MissingGroups();
+        for (const int group : document.ReadableGroups())
             checked.Groups.push_back(EmptyGroup(CGroupPixels(document, group, options.Values), options.IsHashing));
     }
     const std::vector<CGroupIndex> index = TileIndexOf(CReaderDocument(path));

@@ -18,9 +18,9 @@ enum class Verdict : uint8_t
     Absent,      ///< nothing is stored there, which a document may do
     NotServed,   ///< there is a tile that the plug-in's interface does not hand out
     OutOfFile,   ///< its bytes reach beyond the end of their file
-    Short,       ///< it has fewer bytes than its pixels take, or a JPEG stream without its end
+    Short,       ///< it has fewer bytes than its pixels take, or a JPEG or JPEG 2000 stream without its end
     Unreadable,  ///< it could not be read for another reason
-    Undecodable, ///< its bytes are no picture of the right kind and size
+    Undecodable, ///< its bytes do not begin as their coding does, or are no picture of the right kind and size
 };
 constexpr size_t NumOfVerdicts = 7;
 
@@ -56,6 +56,7 @@ struct CCheckedDocument
 {
     std::filesystem::path Path;
     std::vector<CCheckedGroup> Groups;
+    std::vector<CHostError> Missing;   ///< what is to be said of groups that can't be read
     std::vector<std::string> Failures; ///< a line for each bad tile of the first ones: where, and why
     double Seconds = 0;
 

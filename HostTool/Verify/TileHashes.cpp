@@ -1,7 +1,5 @@
 #include "HostTool/Verify/TileHashes.h"
 
-#include "HostTool/OutputFile.h"
-
 #include <fstream>
 #include <nlohmann/json.hpp>
 
@@ -17,7 +15,8 @@ namespace
 using Json = nlohmann::ordered_json;
 
 constexpr const char* Format = "zel tile hashes";
-constexpr int FormatVersion = 1;
+constexpr int FormatVersion = 2;
+constexpr int OldestFormatVersion = 1; // which called the bytes a size
 constexpr size_t MostDifferencesTold = 50;
 
 struct CHashStateDeleter
@@ -96,7 +95,8 @@ Json ReadHashes(const std::filesystem::path& path)
         throw CHostError(ExitCode::WrongUsage,
                          path.string() + ": no such file, or no right to read it; check the name");
     Json hashes = Json::parse(stream, nullptr, false);
-    if (!hashes.is_object() || hashes.value("format", "") != Format || hashes.value("version", 0) != FormatVersion)
+    if (!hashes.is_object() || hashes.value("format", "") != Format ||
+        hashes.value("version", 0) < OldestFormatVersion || hashes.value("version", 0) > FormatVersion)
         throw CHostError(ExitCode::WrongUsage, path.string() + ": this file holds no hashes of tiles; give one that "
                                                                "'zel verify --hashes' wrote");
     return hashes;
@@ -189,15 +189,14 @@ std::string HashOf(const CCheckedDocument& checked)
     return Hex(hasher.Hash());
 }
 
-void WriteHashes(const CCheckedDocument& checked, const std::filesystem::path& path)
+void WriteHashes(const CCheckedDocument& checked, COutputFile& file)
 {
-    COutputFile file(path);
     Json head = {{"format", Format},
                  {"version", FormatVersion},
                  {"algorithm", "XXH3, 64 bits"},
                  {"document", checked.Path.filename().string()},
                  {"hash", HashOf(checked)},
-                 {"tile", {"verdict", "size", "hash"}}};
+                 {"tile", {"verdict", "bytes", "hash"}}};
     std::string text = head.dump(-1, ' ', false, Json::error_handler_t::replace);
     text.pop_back();
     file.Write(text + ",\n  \"groups\": [");

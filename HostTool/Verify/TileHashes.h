@@ -1,5 +1,6 @@
 #pragma once
 
+#include "HostTool/OutputFile.h"
 #include "HostTool/Verify/TileCheck.h"
 
 #include <filesystem>
@@ -12,7 +13,7 @@ namespace HostTool
 /// Writes the hashes of a checked document as JSON: of each tile, of each level and of the document. A level's hash is
 /// that of its tiles' verdicts, sizes and hashes in their order, the document's that of its levels' hashes.
 /// Throws CHostError if the file can't be written.
-void WriteHashes(const CCheckedDocument& checked, const std::filesystem::path& path);
+void WriteHashes(const CCheckedDocument& checked, COutputFile& file);
 
 /// What differs between a checked document and hashes that were written before, a line for each tile or level, for
 /// people; empty if nothing does. At most 50 lines, and one that counts the rest.

@@ -2,6 +2,8 @@
 
 #include "HostTool/DecodedTile.h"
 #include "HostTool/Pixels/JpegHeader.h"
+#include "HostTool/Pixels/StreamCheck.h"
+#include "HostTool/Reader/SoundStacks.h"
 
 #define XXH_INLINE_ALL
 #include <xxhash.h>
@@ -9,27 +11,12 @@
 namespace HostTool
 {
 
-namespace
-{
-
-/// Whether a JPEG stream has its closing marker, behind which there may be zeros.
-bool HasJpegEnd(std::span<const uint8_t> bytes)
-{
-    size_t size = bytes.size();
-    while (size > 0 && bytes[size - 1] == 0)
-        --size;
-    return size >= 2 && bytes[size - 2] == 0xFF && bytes[size - 1] == 0xD9;
-}
-
-} // namespace
-
 CTileReader::CTileReader(const CPluginHost& host, const std::filesystem::path& path, std::span<const CGroupIndex> index,
                          const CCheckOptions& options)
-    : _Document(host, path), _Index(index), _Options(options)
+    : _Document(OpenWhatThereIs(host, path)), _Index(index), _Options(options)
 {
-    const int numOfGroups = _Document.NumOfGroups();
-    for (int group = 0; group < numOfGroups; ++group)
-        _Groups.push_back(std::make_unique<CCheckedGroupPixels>(CGroupPixels(_Document, group, options.Values)));
+    for (const int group : _Document.ReadableGroups())
+        _Groups.emplace(group, std::make_unique<CCheckedGroupPixels>(CGroupPixels(_Document, group, options.Values)));
 }
 
 const CGroupIndex& CTileReader::IndexOf(const CGroupPixels& pixels) const
@@ -39,7 +26,7 @@ const CGroupIndex& CTileReader::IndexOf(const CGroupPixels& pixels) const
 
 CCheckedTile CTileReader::Check(int groupNumber, int levelNumber, uint64_t area, const CPosition& position)
 {
-    CCheckedGroupPixels& group = *_Groups.at(static_cast<size_t>(groupNumber));
+    CCheckedGroupPixels& group = *_Groups.at(groupNumber);
     const CLevel& level = group.Pixels.Level(levelNumber);
     const int64_t col = level.FirstCol + static_cast<int64_t>(area % level.Grid.Cols);
     const int64_t row = level.FirstRow + static_cast<int64_t>(area / level.Grid.Cols);
@@ -74,6 +61,9 @@ CCheckedTile CTileReader::CheckStored(CCheckedGroupPixels& group, const CLevel& 
     _Size = image.ReadInto(_Tile.Bytes);
     tile.Size = _Size;
     tile.Outcome = IsShort(group, level, record, image, position.Channel) ? Verdict::Short : Verdict::Stored;
+    tile.Reason = WhyNoBeginning(group.Pixels.Channel(position.Channel).Coding, std::span(_Tile.Bytes).first(_Size));
+    if (_Size > 0 && !tile.Reason.empty())
+        tile.Outcome = Verdict::Undecodable;
     if (_Options.IsHashing)
         tile.Hash = XXH3_64bits(_Tile.Bytes.data(), _Size);
     if (_Options.IsDecoding && tile.Outcome == Verdict::Stored)
@@ -91,9 +81,9 @@ bool CTileReader::IsShort(CCheckedGroupPixels& group, const CLevel& level, const
     // together of a strip and its tables is longer than that.
     const auto bytes = std::span(_Tile.Bytes).first(_Size);
     const size_t stored = record ? std::min<size_t>(_Size, record->Length) : _Size;
+    const TileCoding coding = group.Pixels.Channel(channel).Coding;
     if (!known->second)
-        return group.Pixels.Channel(channel).Coding == TileCoding::Jpeg && !HasJpegEnd(bytes.first(stored)) &&
-               !HasJpegEnd(bytes);
+        return !HasEnd(coding, bytes.first(stored)) && !HasEnd(coding, bytes);
     if (IndexOf(group.Pixels).IsTiff())
         return record && record->Length < _Size;
     return _Size < uint64_t{level.TileWidth} * level.TileHeight * *known->second;

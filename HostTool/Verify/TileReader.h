@@ -46,9 +46,9 @@ private:
     CDocument _Document;
     std::span<const CGroupIndex> _Index;
     const CCheckOptions& _Options;
-    std::vector<std::unique_ptr<CCheckedGroupPixels>> _Groups;
-    CStoredTile _Tile; ///< its buffer is kept for many tiles
-    size_t _Size = 0;  ///< of the bytes in it that belong to the tile
+    std::map<int, std::unique_ptr<CCheckedGroupPixels>> _Groups; ///< by number; those that can be read
+    CStoredTile _Tile;                                           ///< its buffer is kept for many tiles
+    size_t _Size = 0;                                            ///< of the bytes in it that belong to the tile
     ByteBuffer _Pixels;
 };
 

@@ -123,6 +123,8 @@ void PrintReport(std::ostream& out, const CCheckedDocument& checked, bool isEach
     out << Printable(checked.Path.string()) << '\n';
     for (const CCheckedGroup& group : checked.Groups)
         PrintGroup(out, group, isEachTileListed);
+    for (const CHostError& missing : checked.Missing)
+        out << "\nerror: " << Printable(missing.what()) << '\n';
     out << "\nmap: # stored, + stored in some planes, . absent, ? not served, X bad\n";
     if (!checked.Failures.empty())
         out << "\nbad tiles\n";

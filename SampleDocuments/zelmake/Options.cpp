@@ -120,6 +120,9 @@ void Describe(CLI::App& parser, COptions& options)
             "it tells, hold for whatever the file leaves open")
         ->type_name("FILE.json");
     parser.add_flag("--json", options.IsReportJson, "Report what was written as JSON");
+    parser.add_flag(
+        "--force", options.IsForced,
+        "Replace a document, and the folder beside it, that this program did not write or cannot tell it did");
 }
 
 void CheckTogether(const CLI::App& parser, const COptions& options)

@@ -24,6 +24,7 @@ struct COptions
     std::string Compression = "jpeg";
     uint32_t NumOfLevels = 0; ///< 0: as many as it takes
     bool IsReportJson = false;
+    bool IsForced = false; ///< replaces what is there, whoever wrote it
     SampleDocuments::CSlideOptions Slide;
     CTold Told;
     std::filesystem::path Description; ///< empty: there is none

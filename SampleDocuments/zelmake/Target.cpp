@@ -1,5 +1,8 @@
 #include "SampleDocuments/zelmake/Target.h"
 
+#include <algorithm>
+#include <fstream>
+
 namespace ZelMake
 {
 
@@ -26,7 +29,67 @@ void CheckHasNoLinks(const fs::path& folder, const fs::path& file)
                                                "remove it or choose another folder");
 }
 
+fs::path SideFolderOf(const fs::path& path)
+{
+    return FolderOf(path) / ("_" + path.stem().string() + "_");
+}
+
+/// The maker's name as it lies in a document: two bytes for each character.
+std::string MakersName()
+{
+    std::string bytes;
+    for (const char c : CDocumentProperties().CreatorName.value_or(""))
+        bytes += {c, '\0'};
+    return bytes;
+}
+
+/// Whether a file holds the maker's name; it is read in pieces, as it may be large.
+bool IsOfThisProgram(const fs::path& path)
+{
+    constexpr size_t sizeOfPiece = size_t{1} << 20;
+    const std::string name = MakersName();
+    std::ifstream file(path, std::ios::binary);
+    std::string piece;
+    while (file)
+    {
+        const size_t kept = std::min(piece.size(), name.size() - 1); // the name may lie across two pieces
+        piece.erase(0, piece.size() - kept);
+        piece.resize(kept + sizeOfPiece);
+        file.read(piece.data() + kept, static_cast<std::streamsize>(sizeOfPiece));
+        piece.resize(kept + static_cast<size_t>(file.gcount()));
+        if (piece.find(name) != std::string::npos)
+            return true;
+    }
+    return false;
+}
+
 } // namespace
+
+void CheckMayBeReplaced(const fs::path& path)
+{
+    constexpr auto advice = "; choose another name, or replace it by --force";
+    const bool isThere = fs::exists(path);
+    if (isThere && (!fs::is_regular_file(path) || !IsOfThisProgram(path)))
+        throw CSampleError(path.string() +
+                           ": is there already, and not a document that this program can tell it wrote" + advice);
+    if (!isThere && fs::exists(SideFolderOf(path)))
+        throw CSampleError(SideFolderOf(path).string() +
+                           ": is there already without a document that this program wrote" + advice);
+}
+
+void CheckIsNotRead(const fs::path& path, const fs::path& input)
+{
+    std::error_code error;
+    bool isPart = fs::equivalent(path, input, error) && !error;
+    for (fs::recursive_directory_iterator entry(SideFolderOf(path), error), end; !error && entry != end;
+         entry.increment(error))
+    {
+        std::error_code ofEntry;
+        isPart = isPart || (fs::equivalent(entry->path(), input, ofEntry) && !ofEntry);
+    }
+    if (isPart)
+        throw CSampleError(input.string() + ": is read, and would be replaced; choose another name for the document");
+}
 
 void CheckTarget(const fs::path& path, const Document& document)
 {
@@ -45,8 +108,13 @@ void CheckTarget(const fs::path& path, const Document& document)
         CheckHasNoLinks(FolderOf(path), document.StorePath(target, stack.Id()));
 }
 
-void RemoveOldStores(const fs::path& path, const Document& document)
+void RemoveOldFiles(const fs::path& path, const Document& document)
 {
+    std::error_code ofDocument;
+    fs::remove(path, ofDocument);
+    if (ofDocument)
+        throw CSampleError(path.string() + ": the old document can't be removed: " + ofDocument.message() +
+                           "; remove it, or choose another name");
     for (const Stack& stack : document.Stacks())
         for (const char* name : StoreNames)
         {

@@ -19,7 +19,9 @@ constexpr const char* Purpose =
     "  zelmake slide.zel --magnification 20 --aperture 0.75 --regions 1000\n"
     "  zelmake slide.zel --describe everything.json             whatever a document can hold\n"
     "\n"
-    "Writes only below the folder of the document, and replaces what an earlier run left there.";
+    "Writes only below the folder of the document, and replaces there what it can tell it wrote itself, or with "
+    "--force "
+    "whatever is there.";
 
 CPicture PictureOf(const ZelMake::COptions& options)
 {
@@ -41,9 +43,14 @@ Document DocumentOf(const ZelMake::COptions& options)
 
 void Make(const ZelMake::COptions& options)
 {
+    for (const auto& input : {options.Picture, options.Description})
+        if (!input.empty())
+            ZelMake::CheckIsNotRead(options.Document, input);
     Document document = DocumentOf(options);
     ZelMake::CheckTarget(options.Document, document);
-    ZelMake::RemoveOldStores(options.Document, document);
+    if (!options.IsForced)
+        ZelMake::CheckMayBeReplaced(options.Document);
+    ZelMake::RemoveOldFiles(options.Document, document);
     document.WriteTo(options.Document);
     std::cout << (options.IsReportJson ? ZelMake::ReportAsJson(options.Document, document)
                                        : ZelMake::ReportAsText(options.Document, document));

@@ -151,7 +151,7 @@ TEST_F(ZelExport, ShowsTheBackgroundWhereNoTileIsStored)
     auto stack =
         StackFromPicture(Drawn, Slide(StoreCompression::Jpeg, [](auto& o) { o.TileWidth = o.TileHeight = 64; }), 1);
     Write(stack.MissingTile(0, 1, 0).MissingTile(0, 2, 0));
-    EXPECT_THAT(Export({"--background", "#FF0000", "--prove"}).Output, HasSubstr("2 background"));
+    EXPECT_THAT(Export({"--background", "#FF0000", "--prove"}).Output, HasSubstr("2 filled"));
     const CPicture picture = Exported(0);
     EXPECT_NEAR(picture.At(100, 30, 0), 255, 2);
     EXPECT_NEAR(picture.At(150, 30, 1), 0, 2);
@@ -166,7 +166,43 @@ TEST_F(ZelExport, WritesEqualBackgroundOnce)
               .Missing([](const CTilePlace& place) { return place.Column > 0; }));
     Export();
     EXPECT_LT(std::filesystem::file_size(Name("slide.ome.tif")), 4u * 64 * 64);
-    EXPECT_EQ(Exported(0).At(639, 63, 0), 255);
+    EXPECT_EQ(Exported(0).At(639, 63, 0), 0);
+}
+
+TEST_F(ZelExport, CountsTheTilesThatItFilledWhereItCutsThemAnew)
+{
+    // Tiles of 40 x 40 become such of 256 x 256.
+    Write(Stack(1).Size(200, 600).Tiles(40, 40).MissingTile(0, 1, 1).MissingTile(0, 2, 6));
+    EXPECT_THAT(Export({"--prove"}).Output, HasSubstr("2 filled"));
+}
+
+TEST_F(ZelExport, WritesNothingThatLacksAnythingIfItIsStrict)
+{
+    Write(Stack(1).Size(128, 64).Tiles(64, 64).MissingTile(0, 1, 0));
+    const auto result = TryToRun("export", "slide.ome.tif", {"--strict"});
+    EXPECT_EQ(result.ExitCode, 1);
+    EXPECT_THAT(result.Errors, HasSubstr("--strict: 1 tile filled, 0 left out; nothing is written"));
+    EXPECT_FALSE(std::filesystem::exists(Name("slide.ome.tif")));
+    Write(Stack(1).Size(128, 64).Tiles(64, 64));
+    Export({"--strict"});
+}
+
+TEST_F(ZelExport, NamesTheTilesThatAreNoWholeStreams)
+{
+    for (const uint32_t compression : {StoreCompression::Jpeg, StoreCompression::J2k})
+    {
+        Document document;
+        document.With(StackFromPicture(Drawn, Slide(compression, [](auto& o) { o.TileWidth = o.TileHeight = 64; }), 1));
+        std::fill_n(document.Store(1).Tiles[1].Body.begin(), 20, uint8_t{0});
+        document.Store(1).Tiles[2].Body.back() = 0;
+        Write(document);
+        const auto result = TryToRun("export", "slide.ome.tif", {"--prove"});
+        EXPECT_EQ(result.ExitCode, 1);
+        EXPECT_THAT(result.Errors, HasSubstr("2 tiles copied as stored, which no reader can decode"));
+        EXPECT_THAT(result.Errors,
+                    HasSubstr("level 0, column 1, row 0, channel 0, z 0, t 0, lambda 0: it does not begin"));
+        EXPECT_THAT(result.Errors, HasSubstr("level 0, column 2, row 0, channel 0, z 0, t 0, lambda 0: its JPEG"));
+    }
 }
 
 TEST_F(ZelExport, ShowsBackgroundOfJpeg2000)
@@ -279,8 +315,8 @@ TEST_F(ZelExport, GoesOnBehindADamagedTile)
     const auto result = TryToRun("export", "slide.ome.tif");
     EXPECT_EQ(result.ExitCode, 1);
     EXPECT_THAT(result.Errors, HasSubstr("1 tile cannot be read and is background: level 0, column 1"));
-    EXPECT_EQ(Exported(0).At(100, 10, 0), 255);
-    EXPECT_THAT(result.Output, HasSubstr("2 tiles as stored"));
+    EXPECT_EQ(Exported(0).At(100, 10, 0), 0);
+    EXPECT_THAT(result.Output, HasSubstr("2 tiles as stored, 0 recompressed, 1 filled"));
 }
 
 TEST_F(ZelExport, RefusesAPictureFarLargerThanItsTiles)

@@ -48,8 +48,8 @@ TEST(PrintedFacts, SayUnknownWhereThePluginDoesNotTell)
               "  groups          1\n"
               "\n"
               "group 0, name unknown\n"
-              "  channel  name     stored as  colours  bits     shown     from     to       exposure\n"
-              "  0        unknown  unknown    unknown  unknown  as it is  unknown  unknown  unknown\n"
+              "  channel  name     compression  colours  bits     shown     shadow   highlight  exposure\n"
+              "  0        unknown  unknown      unknown  unknown  as it is  unknown  unknown    unknown\n"
               "  level  picture  in whole tiles  grid   tile       pixel\n"
               "  0      unknown  1024 x 768      4 x 3  256 x 256  unknown\n");
 }
@@ -67,9 +67,9 @@ TEST(PrintedFacts, TellTheAxesAndLevels)
     group.Levels = {level};
     EXPECT_THAT(Print(Document(group)),
                 HasSubstr("\ngroup 1, name Tissue\n"
-                          "  channel  name  stored as  colours  bits  shown  from  to  exposure\n"
-                          "  axis  positions  from  to  step  unit\n"
-                          "  Z     5          0     6   1.5   um\n"
+                          "  channel  name  compression  colours  bits  shown  shadow  highlight  exposure\n"
+                          "  axis  positions  start  end  step  unit\n"
+                          "  Z     5          0      6    1.5   um\n"
                           "  level  picture     in whole tiles  grid   tile       pixel\n"
                           "  0      1000 x 700  1024 x 768      4 x 3  256 x 256  0.5 x 0.25 um\n"));
 }
@@ -81,9 +81,9 @@ TEST(PrintedFacts, TellHowAChannelIsShown)
     channel.Name = "DAPI";
     channel.LookUpTable = {{0, 0, 0}, {10, 128, 255}};
     channel.Limits = CLimits{10, 4096};
-    channel.ExposureTime = "1200";
+    channel.ExposureTime = 1200;
     group.Channels = {channel};
-    EXPECT_THAT(Print(Document(group)), HasSubstr("#0A80FF  10    4096  1200\n"));
+    EXPECT_THAT(Print(Document(group)), HasSubstr("#0A80FF  10      4096       1200 us\n"));
 }
 
 TEST(PrintedFacts, TellWhatIsKnownOfALens)

@@ -27,7 +27,7 @@ TEST_F(ZelInfoJson, TellsItsFormatAndVersion)
     Write(Stack(1));
     const Json info = Info();
     EXPECT_EQ(info.at("format"), "zel info");
-    EXPECT_EQ(info.at("version"), 1);
+    EXPECT_EQ(info.at("version"), 2);
     EXPECT_EQ(info.at("path"), SlideName());
     EXPECT_EQ(info.at("isOpened"), true);
 }
@@ -64,6 +64,16 @@ TEST_F(ZelInfoJson, TellsAChannel)
     EXPECT_EQ(channels.at(1).at("color"), nullptr);
 }
 
+TEST_F(ZelInfoJson, TellsAnExposureTimeAsANumberWithItsUnit)
+{
+    Write(Stack(1).Exposure(1200));
+    const Json channel = Info().at("groups").at(0).at("channels").at(0);
+    EXPECT_EQ(channel.at("exposureTime"), 1200);
+    EXPECT_EQ(channel.at("exposureTimeUnit"), "us");
+    Write(Stack(1));
+    EXPECT_EQ(Info().at("groups").at(0).at("channels").at(0).at("exposureTime"), nullptr);
+}
+
 TEST_F(ZelInfoJson, TellsTheAxes)
 {
     Write(Stack(1).Z(3).Lambda(2));
@@ -75,7 +85,7 @@ TEST_F(ZelInfoJson, TellsTheAxes)
                                 {"end", 3.0},
                                 {"step", 1.5},
                                 {"isEven", true},
-                                {"unit", "10^-6m^1"}}));
+                                {"unit", "um"}}));
 }
 
 TEST_F(ZelInfoJson, TellsEachLevelWithItsTiles)

@@ -40,7 +40,7 @@ protected:
         const HostTool::CDocument document(host, SlideName());
         const HostTool::CGroupPixels pixels(document, 0);
         HostTool::CProgress progress(0, "tiles");
-        HostTool::CProof proof(Name("slide.ome.tif"), {}, 1, progress);
+        HostTool::CProof proof(Name("slide.ome.tif"), Name("slide.ome.tif"), {}, 1, progress);
         proof.ProvePlane(pixels, HostTool::PlanOf(pixels), {}, OffsetOfPlane());
     }
 

@@ -70,7 +70,7 @@ protected:
             const auto field = std::find(fields.begin(), fields.end(), name);
             return tiles.at("tiles").at(number).at(static_cast<size_t>(field - fields.begin())).get<size_t>();
         };
-        return TestSupport::BytesOf(tiles.at("file")).substr(at("offset"), at("length"));
+        return TestSupport::BytesOf(tiles.at("file")).substr(at("offset"), at("bytes"));
     }
 };
 
@@ -104,6 +104,55 @@ TEST_F(ZelTiles, TellsWhereTheBytesLie)
     EXPECT_EQ(BytesAt(tiles, 2), TextOf(stack.TileBytes(0, 2, 0)));
     EXPECT_EQ(tiles.at("channels").at(0).at("compression"), "JPEG");
 }
+
+/// A document, by whose columns and rows `zel tiles` and `zel tile` have to mean the same.
+struct Numbered
+{
+    std::string Name;
+    Document Slide;
+};
+
+class ZelTilesNumbered : public ZelTiles, public testing::WithParamInterface<Numbered>
+{
+};
+
+TEST_P(ZelTilesNumbered, AsTheAreasOfTheInterface)
+{
+    Write(GetParam().Slide);
+    const Json tiles = Tiles({"-g", "1"});
+    ASSERT_FALSE(tiles.at("tiles").empty());
+    for (size_t i = 0; i < tiles.at("tiles").size(); ++i)
+    {
+        const Json& tile = tiles.at("tiles").at(i);
+        const CommandResult result =
+            Run({"tile", SlideName(), "-g", "1", "-l", tile.at(0).dump(), "-x", tile.at(1).dump(), "-y",
+                 tile.at(2).dump(), "-z", tile.at(4).dump(), "-o", Folder.Name("tile.raw")});
+        EXPECT_EQ(result.ExitCode, 0) << tile << result.Errors;
+        EXPECT_EQ(Output("tile.raw"), BytesAt(tiles, i)) << tile;
+    }
+}
+
+/// A second group far from the first one, whose tiles `more` changes.
+Document FarFromTheFirst(const std::string& unit, const std::function<void(Stack&)>& more)
+{
+    Stack second(2);
+    second.Size(128, 48).Tiles(32, 16).Raw(ComponentType::Uint8).Unit(unit).Origin(100, 100).Scale(0.5, 0.5);
+    more(second);
+    return Document().With(Stack(1).Size(128, 48).Tiles(32, 16).Unit(unit).Origin(0, 0).Scale(0.5, 0.5)).With(second);
+}
+
+constexpr auto HasNoFirstColumn = [](const CTilePlace& place) { return place.Column == 0 && place.Level == 0; };
+
+INSTANTIATE_TEST_SUITE_P(
+    Documents, ZelTilesNumbered,
+    testing::Values(
+        Numbered{"Micrometres", FarFromTheFirst("10^-6m^1", [](Stack& stack) { stack.Missing(HasNoFirstColumn); })},
+        Numbered{"Millimetres", FarFromTheFirst("10^-3m^1", [](Stack& stack) { stack.Missing(HasNoFirstColumn); })},
+        Numbered{"Levels",
+                 FarFromTheFirst("10^-3m^1", [](Stack& stack) { stack.Levels(2).Missing(HasNoFirstColumn); })},
+        Numbered{"BeforeTheOrigin",
+                 FarFromTheFirst("10^-6m^1", [](Stack& stack) { stack.Level(0, Columns(-2, 3), Rows(-1, 2)).Z(2); })}),
+    [](const auto& test) { return test.param.Name; });
 
 TEST_F(ZelTiles, TellsWhereTheBytesLieInATiffStore)
 {

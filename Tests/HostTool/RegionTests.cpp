@@ -167,10 +167,41 @@ TEST_F(ZelRegion, CountsFromThePictureWhereverItsTilesBegin)
 TEST_F(ZelRegion, HasTheBackgroundWhereNoTileIsStored)
 {
     Write(Stack(1).Size(128, 64).Tiles(64, 64).Raw(ComponentType::Uint8).MissingTile(0, 1, 0));
-    Run("region", "white.tif", {"-c", "0"});
-    EXPECT_EQ(Picture("white.tif").At(100, 10, 0), 255);
+    EXPECT_THAT(Run("region", "black.tif", {"-c", "0"}).Output, HasSubstr(", 1 tile filled\n"));
+    EXPECT_EQ(Picture("black.tif").At(100, 10, 0), 0) << "what is not there measures nothing";
+    Run("region", "blended.tif");
+    EXPECT_EQ(Picture("blended.tif").At(100, 10, 0), 0);
     Run("region", "grey.tif", {"-c", "0", "--background", "#808080"});
     EXPECT_EQ(Picture("grey.tif").At(100, 10, 0), 128);
+}
+
+TEST_F(ZelRegion, IsWhiteWhereAPictureInColoursHasNoTile)
+{
+    auto stack =
+        StackFromPicture(Drawn, Slide(StoreCompression::Jpeg, [](auto& o) { o.TileWidth = o.TileHeight = 64; }), 1);
+    Write(stack.MissingTile(0, 1, 0));
+    Run("region", "white.tif");
+    EXPECT_EQ(Picture("white.tif").At(100, 10, 1), 255);
+}
+
+TEST_F(ZelRegion, CountsTheTilesThatItFillsOfEachChannelAndOnlyThoseOfThePicture)
+{
+    Write(Stack(1).Size(200, 100).Tiles(64, 64).Channels(2).Missing([](const CTilePlace& place)
+                                                                    { return place.Column == 1 && place.At.C == 1; }));
+    EXPECT_THAT(Run("region", "all.tif").Output, HasSubstr(", 2 tiles filled\n"));
+    EXPECT_THAT(Run("region", "part.tif", {"-c", "1", "--rect", "70,0,20,100"}).Output,
+                HasSubstr(", 2 tiles filled\n"));
+    EXPECT_THAT(Run("region", "other.tif", {"-c", "0"}).Output, Not(HasSubstr("filled")));
+}
+
+TEST_F(ZelRegion, WritesNothingThatLacksAnythingIfItIsStrict)
+{
+    Write(Stack(1).Size(128, 64).Tiles(64, 64).MissingTile(0, 1, 0));
+    const auto result = TryToRun("region", "whole.tif", {"--strict"});
+    EXPECT_EQ(result.ExitCode, 1);
+    EXPECT_THAT(result.Errors, HasSubstr("--strict: 1 tile filled; nothing is written"));
+    EXPECT_FALSE(std::filesystem::exists(Name("whole.tif")));
+    Run("region", "part.tif", {"--strict", "--rect", "0,0,64,64"});
 }
 
 TEST_F(ZelRegion, TakesOneChannelAtFullDepth)
@@ -319,7 +350,7 @@ TEST_F(ZelRegion, SaysThatOfADirectoryTheFirstTileIsHandedOut)
 {
     Write(Document().With(Stack(1).Size(128, 64).Tiles(64, 64).InDocument()).With(Stack(2).Size(128, 64)));
     EXPECT_THAT(Run("region", "whole.tif").Errors, HasSubstr("hands out the first one only"));
-    EXPECT_EQ(Picture("whole.tif").At(100, 10, 0), 255);
+    EXPECT_EQ(Picture("whole.tif").At(100, 10, 0), 0);
     EXPECT_EQ(Run("region", "other.tif", {"-g", "1"}).Errors, "");
 }
 

@@ -77,6 +77,16 @@ TEST_F(ZelRois, AreATableOfVertices)
                                    "0,0,\"a \"\"spot\"\", small\",POINT,POINT,0,5.0,7.0,2.5,3.5\n");
 }
 
+TEST_F(ZelRois, OfSeveralGroupsShareNoSpace)
+{
+    const Regions spot({Dot("spot", {5.5, 7.5})});
+    Write(Document().With(Stack(1).LayerBlob(spot)).With(Stack(2)).With(Stack(3).LayerBlob(spot)));
+    ExpectRefusal("rois", "all.geojson", {},
+                  "the groups 0, 2 have regions, each in pixels of its own; choose one by -g");
+    EXPECT_EQ(GeoJson({"-g", "2"})["features"].size(), 1u);
+    EXPECT_NE(Run("rois", "all.csv", {"--format", "csv"}).Output.find("2 regions"), std::string::npos);
+}
+
 TEST_F(ZelRois, HaveNoMicrometresWithoutCalibration)
 {
     Write(Stack(1).Unit("pixel").Scale(1, 1).LayerBlob(Regions({Dot("spot", {5.5, 7.5})})));

@@ -126,9 +126,50 @@ TEST_F(ZelVerify, TellsAJpegTileWithoutItsEnd)
 
 TEST_F(ZelVerify, DecodesWhereItIsAskedTo)
 {
-    WriteWithBytes([](ByteString& bytes) { std::fill_n(bytes.begin(), 4, uint8_t{0x12}); });
+    WriteWithBytes(
+        [](ByteString& bytes)
+        {
+            const std::array<uint8_t, 2> startOfFrame = {0xFF, 0xC0};
+            const auto frame = std::search(bytes.begin(), bytes.end(), startOfFrame.begin(), startOfFrame.end());
+            frame[6] = 99; // the height, which is 100
+        });
     ExpectSound("6 stored\n");
     ExpectBad(1, "5 stored, 1 undecodable\n    #X#\n    ###\n", {"--decode"});
+}
+
+TEST_F(ZelVerify, TellsAStreamThatDoesNotBeginAsOneWithoutDecodingIt)
+{
+    WriteWithBytes([](ByteString& bytes) { std::fill_n(bytes.begin(), 20, uint8_t{0}); });
+    ExpectBad(1, "column 1, row 0, channel 0, z 0, t 0, lambda 0: undecodable: it does not begin as a JPEG stream");
+}
+
+TEST_F(ZelVerify, TellsAJpeg2000StreamThatDoesNotBeginOrEndAsOne)
+{
+    CSlideOptions options;
+    options.Compression = StoreCompression::J2k;
+    options.TileWidth = options.TileHeight = 64;
+    const auto write = [&](const std::function<void(ByteString&)>& edit)
+    {
+        Document document;
+        document.With(StackFromPicture(DrawPicture(128, 64), options, 1));
+        edit(document.Store(1).Tiles[1].Body);
+        Write(document);
+    };
+    write([](ByteString&) {});
+    ExpectSound("summary: 3 stored;");
+    write([](ByteString& bytes) { bytes[1] = 0; });
+    ExpectBad(1, "undecodable: it does not begin as a JPEG 2000 stream");
+    write([](ByteString& bytes) { bytes.back() = 0; });
+    ExpectBad(1, "2 stored, 1 short");
+}
+
+TEST_F(ZelVerify, TakesWhatIsNotServedForAFailureIfItIsStrict)
+{
+    Write(Stack(1).Size(128, 64).Tiles(64, 64).InDocument());
+    ExpectSound("1 stored, 1 not served");
+    const CommandResult result = Verify({"--strict"});
+    EXPECT_EQ(result.ExitCode, 1);
+    EXPECT_THAT(result.Errors, HasSubstr("--strict: 1 tile not served"));
 }
 
 TEST_F(ZelVerify, DecodesSoundTilesWithoutAComplaint)
@@ -170,7 +211,7 @@ TEST_F(ZelVerify, FindsTheTileWhoseBytesAreNotAsBefore)
     Verify({"--hashes", Folder.Name("hashes.json")});
     WriteWithBytes([](ByteString& bytes) { bytes[bytes.size() / 2] ^= 1; });
     const CommandResult result = Verify({"--against", Folder.Name("hashes.json")});
-    EXPECT_EQ(result.ExitCode, 1);
+    EXPECT_EQ(result.ExitCode, 5);
     EXPECT_THAT(result.Output,
                 HasSubstr("  group 0, level 0, column 1, row 0, channel 0, z 0, t 0, lambda 0: other bytes\n"));
     EXPECT_THAT(result.Output, Not(HasSubstr("column 2, row 0")));

@@ -1,6 +1,7 @@
 #include "Tests/HostTool/ZelProgram.h"
 
 #include <sys/resource.h>
+#include <unistd.h>
 
 namespace
 {
@@ -66,12 +67,12 @@ TEST_F(Zel, PrintsAllThatADocumentTells)
                   "\n"
                   "group 0, name Tissue\n"
                   "  type  Default image\n"
-                  "  channel  name  stored as  colours    bits  shown     from  to     exposure\n"
-                  "  0        DAPI  RAW        GRAYSCALE  16    as it is  0     65535  unknown\n"
-                  "  1        FITC  RAW        GRAYSCALE  16    as it is  0     65535  unknown\n"
-                  "  axis  positions  from  to   step  unit\n"
-                  "  Z     3          0     3    1.5   um\n"
-                  "  T     2          0     0.5  0.5   s\n"
+                  "  channel  name  compression  colours    bits  shown     shadow  highlight  exposure\n"
+                  "  0        DAPI  RAW          GRAYSCALE  16    as it is  0       65535      unknown\n"
+                  "  1        FITC  RAW          GRAYSCALE  16    as it is  0       65535      unknown\n"
+                  "  axis  positions  start  end  step  unit\n"
+                  "  Z     3          0      3    1.5   um\n"
+                  "  T     2          0      0.5  0.5   s\n"
                   "  level  picture    in whole tiles  grid   tile       pixel\n"
                   "  0      600 x 300  768 x 512       3 x 2  256 x 256  0.5 x 0.5 um\n"
                   "  1      300 x 150  512 x 256       2 x 1  256 x 256  1 x 1 um\n"
@@ -207,7 +208,51 @@ TEST_F(Zel, SaysInOneLineThatTheReaderEndsTheProcess)
     document.Volume({2000}).CountFlags(volumeHasName);
     Write(document);
     for (const char* command : {"info", "verify", "files", "tiles"})
+    {
         ExpectRefusal(Run({command, SlideName()}), 1, "reading it ended early");
+        ExpectRefusal(Run({command, SlideName()}), 1, "; the reader says: abort() called.\n");
+    }
+}
+
+TEST_F(Zel, EndsTheLineOfADamagedFileWithTheReasonOfTheReader)
+{
+    ExpectRefusal(Run({"info", Folder.Write("slide.zel", "no slide at all, but some bytes")}), 1,
+                  "; the reader says: Assertion failed: ");
+}
+
+TEST_F(Zel, ShowsTheLogFromALevelOn)
+{
+    Write(Stack(1).Name("Tissue"));
+    const CommandResult all = Run({"info", SlideName(), "--log", "info"});
+    EXPECT_EQ(all.ExitCode, 0);
+    EXPECT_NE(all.Errors.find("log: Info to help test against Image Viewer: The MultiDimImage name is 'Tissue'"),
+              std::string::npos)
+        << all.Errors;
+    EXPECT_EQ(all.Output, Run({"info", SlideName()}).Output);
+    EXPECT_EQ(Run({"info", SlideName(), "--log", "error"}).Errors, "");
+    ExpectRefusal(Run({"--log", "much", "info", SlideName()}), 2, "--log");
+}
+
+TEST_F(Zel, EndsSilentlyWhenNobodyReadsItsOutput)
+{
+    Write(Stack(1).Size(800, 800).Tiles(16, 16).Raw(ComponentType::Uint8)); // more than a pipe holds
+    const CommandResult result =
+        RunCommand({"bash", "-c", "'" ZEL "' tiles '" + SlideName() + "' | true; echo ${PIPESTATUS[0]}"});
+    EXPECT_EQ(result.Output, "141\n");
+    EXPECT_EQ(result.Errors, "");
+}
+
+TEST_F(Zel, BlamesAFileThatMayNotBeReadOnTheMachine)
+{
+    Write(Stack(1).Jpeg());
+    std::filesystem::permissions(SlideName(), std::filesystem::perms::none);
+    std::filesystem::permissions(Folder.Path(), std::filesystem::perms::all);
+    // Root may read everything, so that it has to be somebody else.
+    const std::string run = "'" ZEL "' info '" + SlideName() + "'";
+    const CommandResult result = geteuid() == 0
+                                     ? RunCommand({"setpriv", "--reuid", "65534", "--clear-groups", "sh", "-c", run})
+                                     : RunCommand({"sh", "-c", run});
+    ExpectRefusal(result, 4, "no right to read it");
 }
 
 TEST_F(Zel, RefusesOptionsThatItDoesNotKnow)

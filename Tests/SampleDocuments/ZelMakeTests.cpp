@@ -222,6 +222,38 @@ TEST_F(ZelMake, ReplacesWhatAnEarlierRunLeft)
     EXPECT_TRUE(fs::exists(_store.parent_path() / "notes.txt"));
 }
 
+TEST_F(ZelMake, ReplacesNothingThatItDidNotWriteUnlessItIsForced)
+{
+    const std::vector<std::string> make = {_slide, "--draw", "32", "32"};
+    WriteFile(_slide, BytesOf("a document of somebody else"));
+    ExpectRefusal(make, "slide.zel: is there already, and not a document that this program can tell it wrote");
+    EXPECT_EQ(ReadFile(_slide), BytesOf("a document of somebody else"));
+
+    fs::remove(_slide);
+    WriteFile(_store, BytesOf("a store"));
+    ExpectRefusal(make, "_slide_: is there already without a document that this program wrote");
+    EXPECT_EQ(ReadFile(_store), BytesOf("a store"));
+
+    EXPECT_EQ(Run({_slide, "--draw", "32", "32", "--force"}).ExitCode, 0);
+}
+
+TEST_F(ZelMake, LeavesASecondNameOfAnOldDocumentAsItIs)
+{
+    Run({_slide, "--draw", "64", "64"});
+    const ByteString old = ReadFile(_slide);
+    fs::create_hard_link(_slide, _folder.Path() / "kept.zel");
+    EXPECT_EQ(Run({_slide, "--draw", "32", "32"}).ExitCode, 0);
+    EXPECT_EQ(ReadFile(_folder.Path() / "kept.zel"), old);
+}
+
+TEST_F(ZelMake, ReplacesNoFileThatItReads)
+{
+    Run({_slide, "--draw", "64", "64", "--store", "tiff"});
+    const fs::path store = _store.parent_path() / "frame_t.tif";
+    ExpectRefusal({_slide, "--picture", store.string()}, "frame_t.tif: is read, and would be replaced");
+    EXPECT_TRUE(fs::exists(store));
+}
+
 TEST_F(ZelMake, TakesANameInTheCurrentFolder)
 {
     fs::create_directories(_folder.Path() / "new");
