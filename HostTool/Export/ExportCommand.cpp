@@ -19,25 +19,60 @@ namespace HostTool
 namespace
 {
 
+/// The regions of a group, without those that lie beside the selected rectangle.
+std::vector<CRegionFacts> RegionsIn(const CGroupPixels& pixels, const CExportSelection& selection)
+{
+    std::vector<CRegionFacts> regions = RegionsOf(pixels.Group());
+    if (!selection.Rect)
+        return regions;
+    const CPixelRect& picture = pixels.Level(0).Picture;
+    const int64_t left = picture.X + selection.Rect->X;
+    const int64_t top = picture.Y + selection.Rect->Y;
+    const auto isBeside =
+        [](const std::vector<CRegionPoint>& points, int64_t CRegionPoint::*axis, int64_t first, int64_t end)
+    {
+        return std::all_of(points.begin(), points.end(), [&](const auto& point) { return point.*axis < first; }) ||
+               std::all_of(points.begin(), points.end(), [&](const auto& point) { return point.*axis >= end; });
+    };
+    std::erase_if(regions,
+                  [&](const CRegionFacts& region)
+                  {
+                      return isBeside(region.Points, &CRegionPoint::X, left, left + selection.Rect->Width) ||
+                             isBeside(region.Points, &CRegionPoint::Y, top, top + selection.Rect->Height);
+                  });
+    return regions;
+}
+
 /// A group on its way into the file.
 struct CGroupExport
 {
-    CGroupExport(const CDocument& document, int number, std::optional<ValueKind> values)
-        : Pixels(document, number, values), Plan(PlanOf(Pixels)), Facts(FactsOf(document.Group(number), Remarks))
+    CGroupExport(const CDocument& document, int number, const CExportRequest& request)
+        : Pixels(document, number, request.Values), Planes(Pixels, request.Selection),
+          Plan(PlanOf(Pixels, request.Selection)), Facts(FactsOf(document.Group(number), Remarks)),
+          Regions(RegionsIn(Pixels, request.Selection))
     {
+        // Those that are exported, in the order of the file.
+        std::vector<CChannelFacts> channels;
+        for (const uint32_t id : Planes.Channels())
+            for (const CChannelFacts& channel : Facts.Channels)
+                if (channel.ID == id)
+                    channels.push_back(channel);
+        Facts.Channels = std::move(channels);
     }
     uint64_t NumOfTiles() const
     {
         uint64_t tiles = 0;
         for (const CLevelPlan& level : Plan)
             tiles += level.NumOfCols() * level.NumOfRows();
-        return tiles * PlanesOf(Pixels).size();
+        return tiles * Planes.Planes().size();
     }
 
     CGroupPixels Pixels;
+    CPlaneSelection Planes;
     std::vector<CLevelPlan> Plan;
     Diagnostics Remarks;
     CGroupFacts Facts;
+    std::vector<CRegionFacts> Regions;
     CExportCounts Counts;
 };
 
@@ -60,8 +95,8 @@ std::optional<double> PlaceOn(const CGroupExport& group, const CAxisFacts& axis,
     return place;
 }
 
-/// The same of all positions, in seconds or micrometres.
-std::vector<std::optional<double>> PlacesOn(const CGroupExport& group, AC_AxisType type, int64_t count)
+/// The same of `count` positions from the first one on, in seconds or micrometres.
+std::vector<std::optional<double>> PlacesOn(const CGroupExport& group, AC_AxisType type, int64_t first, int64_t count)
 {
     std::vector<std::optional<double>> places(static_cast<size_t>(count));
     const auto axis = std::find_if(group.Facts.Axes.begin(), group.Facts.Axes.end(),
@@ -69,16 +104,17 @@ std::vector<std::optional<double>> PlacesOn(const CGroupExport& group, AC_AxisTy
     if (axis == group.Facts.Axes.end() || !axis->Units)
         return places;
     for (size_t i = 0; i < places.size(); ++i)
-        if (const auto place = PlaceOn(group, *axis, static_cast<int64_t>(i)))
+        if (const auto place = PlaceOn(group, *axis, first + static_cast<int64_t>(i)))
             places[i] = type == AC_AT_TIME ? place : Micrometres(*place, *axis->Units);
     return places;
 }
 
 void RequireHoldable(const CDocument& document, const CGroupExport& group)
 {
-    const CPixelFormat& format = group.Pixels.Channels().front().Format;
-    for (const CChannelPixels& channel : group.Pixels.Channels())
-        if (OmeTypeOf(channel.Format).empty() || channel.Format != format)
+    const CPixelFormat& format = group.Pixels.Channel(group.Planes.Channels().front()).Format;
+    for (const uint32_t id : group.Planes.Channels())
+        if (const CChannelPixels& channel = group.Pixels.Channel(id);
+            OmeTypeOf(channel.Format).empty() || channel.Format != format)
             throw CHostError(ExitCode::WrongUsage,
                              document.Path().string() + ": OME-TIFF cannot hold the pixels of channel " +
                                  std::to_string(channel.ID) + " of " + NameOfGroup(group.Pixels.Group()) +
@@ -94,7 +130,7 @@ public:
         for (int number = 0; number < document.NumOfGroups(); ++number)
             if (request.Group.value_or(number) == number)
             {
-                _Groups.push_back(std::make_unique<CGroupExport>(document, number, request.Values));
+                _Groups.push_back(std::make_unique<CGroupExport>(document, number, request));
                 RequireHoldable(document, *_Groups.back());
             }
         if (_Groups.empty())
@@ -143,7 +179,7 @@ private:
         for (const auto& group : _Groups)
         {
             CPlaneExport planes(group->Pixels, file, _Request.Background, _Request.Jobs, progress);
-            for (const CPosition& position : PlanesOf(group->Pixels))
+            for (const CPosition& position : group->Planes.Planes())
                 directories.push_back(WritePlane(planes, *group, position));
             group->Counts = planes.Counts();
             AddFailures(planes.Failures(), "read");
@@ -179,10 +215,11 @@ private:
         uint64_t firstDirectory = 0;
         for (const auto& group : _Groups)
         {
-            const CAxisSizes& axes = group->Pixels.Axes();
-            images.push_back({&group->Pixels, &group->Facts, &group->Plan, RegionsOf(group->Pixels.Group()),
-                              PlacesOn(*group, AC_AT_TIME, axes.T), PlacesOn(*group, AC_AT_Z, axes.Z), firstDirectory});
-            firstDirectory += PlanesOf(group->Pixels).size();
+            const CPlaneSelection& planes = group->Planes;
+            images.push_back({&group->Pixels, &group->Facts, &group->Plan, &planes, group->Regions,
+                              PlacesOn(*group, AC_AT_TIME, planes.FirstT(), planes.Sizes().T),
+                              PlacesOn(*group, AC_AT_Z, planes.FirstZ(), planes.Sizes().Z), firstDirectory});
+            firstDirectory += group->Planes.Planes().size();
         }
         return OmeXmlOf(FactsOf(_Document), images);
     }
@@ -192,7 +229,8 @@ private:
         outcome.Lines.push_back(LineOf(group));
         ReportRecompressed(group, outcome);
         ReportPixelsBeside(group, outcome);
-        ReportTilesBeside(group, outcome);
+        if (!_Request.Selection.Rect && _Request.Selection.Levels.IsAll())
+            ReportTilesBeside(group, outcome);
         const std::string name = NameOfGroup(group.Pixels.Group());
         if (group.Counts.UnlikeOthers > 0)
             outcome.Remarks.push_back(name + ": " + TextOfCount(group.Counts.UnlikeOthers, "tile") +
@@ -211,7 +249,7 @@ private:
         const CPixelRect& rect = group.Plan.front().Rect;
         return _Request.Output.string() + ": " + NameOfGroup(group.Pixels.Group()) + ", " + std::to_string(rect.Width) +
                " x " + std::to_string(rect.Height) + " pixels, " + TextOfCount(group.Plan.size(), "level") + ", " +
-               TextOfCount(PlanesOf(group.Pixels).size(), "plane") + "; " + TextOfCount(group.Counts.AsStored, "tile") +
+               TextOfCount(group.Planes.Planes().size(), "plane") + "; " + TextOfCount(group.Counts.AsStored, "tile") +
                " as stored, " + std::to_string(group.Counts.Recompressed) + " recompressed, " +
                std::to_string(group.Counts.Background) + " background";
     }
@@ -230,16 +268,17 @@ private:
     static void ReportPixelsBeside(const CGroupExport& group, CExportOutcome& outcome)
     {
         const CLevelPlan& finest = group.Plan.front();
-        const CPixelRect& picture = finest.Level->Picture;
-        if (finest.Rect != picture)
-            outcome.Remarks.push_back(NameOfGroup(group.Pixels.Group()) + ": the picture begins within a tile, so " +
-                                      std::to_string(picture.X - finest.Rect.X) + " pixels left of and " +
-                                      std::to_string(picture.Y - finest.Rect.Y) + " above it are there as well");
+        if (finest.Rect == finest.Wanted)
+            return;
+        const std::string what = finest.Wanted == finest.Level->Picture ? "the picture" : "the rectangle";
+        outcome.Remarks.push_back(NameOfGroup(group.Pixels.Group()) + ": " + what + " begins within a tile, so " +
+                                  std::to_string(finest.Wanted.X - finest.Rect.X) + " pixels left of and " +
+                                  std::to_string(finest.Wanted.Y - finest.Rect.Y) + " above it are there as well");
     }
 
     static void ReportTilesBeside(const CGroupExport& group, CExportOutcome& outcome)
     {
-        const std::vector<CPosition> planes = PlanesOf(group.Pixels);
+        const std::vector<CPosition> planes = group.Planes.Planes();
         uint64_t count = 0;
         std::string levels;
         for (int level = 0; level < group.Pixels.NumOfLevels(); ++level)
@@ -266,7 +305,7 @@ private:
         CProof proof(file, _Request.Output, _Request.Background, _Request.Jobs, progress);
         size_t plane = 0;
         for (const auto& group : _Groups)
-            for (const CPosition& position : PlanesOf(group->Pixels))
+            for (const CPosition& position : group->Planes.Planes())
                 proof.ProvePlane(group->Pixels, group->Plan, position, _PlacesOfPlanes.at(plane++));
         return _Request.Output.string() + ": read back; " + TextOfCount(proof.Counts().BytesEqual, "tile") +
                " equal byte for byte, " + std::to_string(proof.Counts().PixelsEqual) + " pixel for pixel";
@@ -285,6 +324,10 @@ CExportOutcome Export(const CDocument& document, const CExportRequest& request)
 {
     if (request.Group)
         RequireGroup(document, *request.Group);
+    else if (!request.Selection.IsAll() && document.NumOfGroups() > 1)
+        throw CHostError(ExitCode::WrongUsage, document.Path().string() +
+                                                   ": the document has several groups; say by -g of which one a part "
+                                                   "is to be exported");
     return CExporter(document, request).Run();
 }
 
@@ -294,6 +337,7 @@ void AddExportCommand(CCommandLine& line)
     {
         CExportRequest Request;
         std::string Background = "white";
+        CSelectionOptions Selection;
         CCommonOptions Common;
     };
     const auto options = std::make_shared<COptions>();
@@ -301,10 +345,12 @@ void AddExportCommand(CCommandLine& line)
         {"export",
          "Writes a pyramidal OME-TIFF file with all planes. JPEG, JPEG 2000 and raw tiles are copied as stored, bit "
          "for bit; what TIFF cannot hold so is recompressed without loss.",
-         "  zel export slide.zel -o slide.ome.tif --prove\n  zel export slide.zel -g 1 -o second.ome.tif"},
+         "  zel export slide.zel -o slide.ome.tif --prove\n  zel export slide.zel -g 1 --rect 8000,6000,4096,4096 -z "
+         "2-4 -o part.ome.tif"},
         [options](const CDocument& document)
         {
             CExportRequest& request = options->Request;
+            request.Selection = options->Selection.Selection();
             request.Background = ParseColour(options->Background).value_or(CColour());
             request.Values = options->Common.Values();
             request.Jobs = options->Common.Jobs;
@@ -317,6 +363,7 @@ void AddExportCommand(CCommandLine& line)
         });
     command.add_option("-g,--group", options->Request.Group, "group, from 0. Default: all of them")
         ->check(CLI::NonNegativeNumber);
+    options->Selection.AddTo(command);
     command.add_flag("--prove", options->Request.IsProved,
                      "read the file back and compare each tile with the document");
     command.add_flag("--bigtiff", options->Request.IsBigTiff, "write a BigTIFF file even where it need not be one");

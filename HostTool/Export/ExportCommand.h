@@ -1,6 +1,7 @@
 #pragma once
 
 #include "HostTool/CommandLine.h"
+#include "HostTool/Export/ExportSelection.h"
 #include "HostTool/Pixels/Stitch.h"
 
 namespace HostTool
@@ -9,6 +10,7 @@ namespace HostTool
 struct CExportRequest
 {
     std::optional<int> Group; ///< all of them if not set
+    CExportSelection Selection;
     CColour Background;
     std::optional<ValueKind> Values;
     unsigned Jobs = 1;
