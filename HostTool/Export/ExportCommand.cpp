@@ -48,8 +48,8 @@ struct CGroupExport
 {
     CGroupExport(const CDocument& document, int number, const CExportRequest& request)
         : Pixels(document, number, request.Values), Planes(Pixels, request.Selection),
-          Plan(PlanOf(Pixels, request.Selection)), Facts(FactsOf(document.Group(number), Remarks)),
-          Regions(RegionsIn(Pixels, request.Selection))
+          Plan(PlanOf(Pixels, request.Selection, request.Recompression.has_value())),
+          Facts(FactsOf(document.Group(number), Remarks)), Regions(RegionsIn(Pixels, request.Selection))
     {
         // Those that are exported, in the order of the file.
         std::vector<CChannelFacts> channels;
@@ -121,6 +121,17 @@ void RequireHoldable(const CDocument& document, const CGroupExport& group)
                                  "; 'zel region -c' writes them, or say --values float");
 }
 
+/// Throws CHostError if the pixels of a group can't be recompressed as it is asked for.
+void RequireRecompressible(const CDocument& document, const CGroupExport& group, const CRecompression& recompression)
+{
+    const uint32_t channel = group.Planes.Channels().front();
+    const std::string reason = recompression.WhyNotHoldable(group.Pixels.Channel(channel).Format);
+    if (!reason.empty())
+        throw CHostError(ExitCode::WrongUsage, document.Path().string() + ": --recompress: " + reason +
+                                                   ", unlike channel " + std::to_string(channel) + " of " +
+                                                   NameOfGroup(group.Pixels.Group()) + "; choose deflate or zstd");
+}
+
 /// The file, from its tiles to its name.
 class CExporter
 {
@@ -132,6 +143,7 @@ public:
             {
                 _Groups.push_back(std::make_unique<CGroupExport>(document, number, request));
                 RequireHoldable(document, *_Groups.back());
+                RequireRecompressible(document, *_Groups.back(), Recompression());
             }
         if (_Groups.empty())
             throw CHostError(ExitCode::WrongUsage,
@@ -156,6 +168,8 @@ public:
     }
 
 private:
+    CRecompression Recompression() const { return _Request.Recompression.value_or(CRecompression()); }
+
     uint64_t NumOfTiles() const
     {
         uint64_t tiles = 0;
@@ -178,7 +192,7 @@ private:
         std::vector<CTiffDirectory> directories;
         for (const auto& group : _Groups)
         {
-            CPlaneExport planes(group->Pixels, file, _Request.Background, _Request.Jobs, progress);
+            CPlaneExport planes(group->Pixels, file, _Request.Background, Recompression(), _Request.Jobs, progress);
             for (const CPosition& position : group->Planes.Planes())
                 directories.push_back(WritePlane(planes, *group, position));
             group->Counts = planes.Counts();
@@ -227,7 +241,8 @@ private:
     void Report(const CGroupExport& group, CExportOutcome& outcome) const
     {
         outcome.Lines.push_back(LineOf(group));
-        ReportRecompressed(group, outcome);
+        if (!_Request.Recompression)
+            ReportRecompressed(group, outcome);
         ReportPixelsBeside(group, outcome);
         if (!_Request.Selection.Rect && _Request.Selection.Levels.IsAll())
             ReportTilesBeside(group, outcome);
@@ -318,13 +333,32 @@ private:
     std::vector<std::string> _Failures;
 };
 
+void AddRecompressionOption(CLI::App& command, std::string& text)
+{
+    const auto check = [](const std::string& given)
+    {
+        return ParseRecompression(given) ? std::string()
+                                         : "'" + given +
+                                               "' is no compression; give deflate, zstd, jpeg2000, jpeg or "
+                                               "jpeg:QUALITY from 1 to 100";
+    };
+    command
+        .add_option("--recompress", text,
+                    "compress all tiles anew: deflate, zstd or jpeg2000 without loss, jpeg or jpeg:QUALITY with loss, "
+                    "90 if none is given. Default: copy what can be copied")
+        ->check(CLI::Validator(check, "COMPRESSION"));
+}
+
 } // namespace
 
 CExportOutcome Export(const CDocument& document, const CExportRequest& request)
 {
     if (request.Group)
         RequireGroup(document, *request.Group);
-    else if (!request.Selection.IsAll() && document.NumOfGroups() > 1)
+    if (request.IsProved && request.Recompression && request.Recompression->IsLossy())
+        throw CHostError(ExitCode::WrongUsage, "--prove: JPEG loses something, so that nothing can be equal; leave one "
+                                               "of the two out, or recompress as jpeg2000");
+    if (!request.Group && !request.Selection.IsAll() && document.NumOfGroups() > 1)
         throw CHostError(ExitCode::WrongUsage, document.Path().string() +
                                                    ": the document has several groups; say by -g of which one a part "
                                                    "is to be exported");
@@ -338,6 +372,7 @@ void AddExportCommand(CCommandLine& line)
         CExportRequest Request;
         std::string Background = "white";
         CSelectionOptions Selection;
+        std::string Recompression;
         CCommonOptions Common;
     };
     const auto options = std::make_shared<COptions>();
@@ -351,6 +386,7 @@ void AddExportCommand(CCommandLine& line)
         {
             CExportRequest& request = options->Request;
             request.Selection = options->Selection.Selection();
+            request.Recompression = ParseRecompression(options->Recompression);
             request.Background = ParseColour(options->Background).value_or(CColour());
             request.Values = options->Common.Values();
             request.Jobs = options->Common.Jobs;
@@ -364,6 +400,7 @@ void AddExportCommand(CCommandLine& line)
     command.add_option("-g,--group", options->Request.Group, "group, from 0. Default: all of them")
         ->check(CLI::NonNegativeNumber);
     options->Selection.AddTo(command);
+    AddRecompressionOption(command, options->Recompression);
     command.add_flag("--prove", options->Request.IsProved,
                      "read the file back and compare each tile with the document");
     command.add_flag("--bigtiff", options->Request.IsBigTiff, "write a BigTIFF file even where it need not be one");

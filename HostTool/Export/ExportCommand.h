@@ -2,6 +2,7 @@
 
 #include "HostTool/CommandLine.h"
 #include "HostTool/Export/ExportSelection.h"
+#include "HostTool/Export/Recompression.h"
 #include "HostTool/Pixels/Stitch.h"
 
 namespace HostTool
@@ -11,6 +12,8 @@ struct CExportRequest
 {
     std::optional<int> Group; ///< all of them if not set
     CExportSelection Selection;
+    std::optional<CRecompression>
+        Recompression; ///< of all tiles; otherwise of those that can't be copied, without loss
     CColour Background;
     std::optional<ValueKind> Values;
     unsigned Jobs = 1;

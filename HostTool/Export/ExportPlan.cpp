@@ -27,8 +27,10 @@ std::string TextOfSize(const CLevel& level)
 }
 
 /// Why a TIFF file cannot hold the tiles as they are; empty if it can.
-std::string WhyNotAsStored(const CGroupPixels& pixels, const CLevel& level)
+std::string WhyNotAsStored(const CGroupPixels& pixels, const CLevel& level, bool isRecompressed)
 {
+    if (isRecompressed)
+        return "that is asked for";
     for (const CChannelPixels& channel : pixels.Channels())
     {
         if (channel.Coding == TileCoding::Png)
@@ -77,11 +79,11 @@ void BeginWithTile(CLevelPlan& plan)
 }
 
 CLevelPlan PlanOfFinest(const CGroupPixels& pixels, const CLevel& level, const CExportSelection& selection,
-                        const CPixelRect& wanted)
+                        const CPixelRect& wanted, bool isRecompressed)
 {
     CLevelPlan plan;
     plan.Level = &level;
-    plan.WhyNotAsStored = WhyNotAsStored(pixels, level);
+    plan.WhyNotAsStored = WhyNotAsStored(pixels, level, isRecompressed);
     plan.Wanted = plan.Rect = SamePart(wanted, pixels.Level(0), level);
     if (!plan.IsAsStored() || plan.Rect.IsEmpty())
         return plan;
@@ -93,11 +95,11 @@ CLevelPlan PlanOfFinest(const CGroupPixels& pixels, const CLevel& level, const C
     return plan;
 }
 
-CLevelPlan PlanOfLevel(const CGroupPixels& pixels, const CLevel& level, const CLevelPlan& finest)
+CLevelPlan PlanOfLevel(const CGroupPixels& pixels, const CLevel& level, const CLevelPlan& finest, bool isRecompressed)
 {
     CLevelPlan plan;
     plan.Level = &level;
-    plan.WhyNotAsStored = WhyNotAsStored(pixels, level);
+    plan.WhyNotAsStored = WhyNotAsStored(pixels, level, isRecompressed);
     plan.Wanted = SamePart(finest.Wanted, *finest.Level, level);
     plan.Rect = SamePart(finest.Rect, *finest.Level, level);
     if (plan.IsAsStored() && !BeginsWithTile(level, plan.Rect.X, plan.Rect.Y))
@@ -178,19 +180,19 @@ CPlaceInGrid PlaceOf(const CLevelPlan& plan, uint64_t col, uint64_t row)
 
 } // namespace
 
-std::vector<CLevelPlan> PlanOf(const CGroupPixels& pixels, const CExportSelection& selection)
+std::vector<CLevelPlan> PlanOf(const CGroupPixels& pixels, const CExportSelection& selection, bool isRecompressed)
 {
     RequireLevels(pixels, selection.Levels);
     const auto first = static_cast<int>(selection.Levels.First);
     const auto end = static_cast<int>(std::min<int64_t>(selection.Levels.Last, pixels.NumOfLevels() - 1)) + 1;
     std::vector<CLevelPlan> plans = {
-        PlanOfFinest(pixels, pixels.Level(first), selection, WantedPart(pixels, selection))};
+        PlanOfFinest(pixels, pixels.Level(first), selection, WantedPart(pixels, selection), isRecompressed)};
     for (int level = first + 1; level < end; ++level)
     {
         if (selection.Rect && IsOneTile(plans.back()))
             break;
         if (pixels.HasLevel(level) && !pixels.Level(level).Picture.IsEmpty())
-            plans.push_back(PlanOfLevel(pixels, pixels.Level(level), plans.front()));
+            plans.push_back(PlanOfLevel(pixels, pixels.Level(level), plans.front(), isRecompressed));
     }
     for (CLevelPlan& plan : plans)
     {

@@ -24,7 +24,9 @@ struct CLevelPlan
 
 /// A group on its way into a file: its finest selected level and those below it, which all show the same.
 /// Throws CHostError if the picture is too large for the tiles that there are, or nothing of it is selected.
-std::vector<CLevelPlan> PlanOf(const CGroupPixels& pixels, const CExportSelection& selection = {});
+/// With `isRecompressed` no tiles are copied.
+std::vector<CLevelPlan> PlanOf(const CGroupPixels& pixels, const CExportSelection& selection = {},
+                               bool isRecompressed = false);
 
 /// A tile of the file as it is stored in the document, by its column and row in the file; nothing if none is stored.
 /// Throws CTileError if it can't be read, or no reader of the file could take it for a tile.

@@ -18,10 +18,8 @@ bool AreAlike(const CJpegHeader& a, const CJpegHeader& b)
            a.VerticalSampling == b.VerticalSampling;
 }
 
-uint16_t CompressionOf(const CLevelPlan& plan, const CChannelPixels& channel)
+uint16_t CompressionAsStored(const CChannelPixels& channel)
 {
-    if (!plan.IsAsStored())
-        return TiffCompression::Deflate;
     switch (channel.Coding)
     {
     case TileCoding::Jpeg:
@@ -170,7 +168,7 @@ CPlaneExport::CPlaces CPlaneExport::RecompressTiles(const CLevelPlan& plan, cons
                 const CPixelTarget tile{tilePixels.data(), bytesPerTileRow, plan.TileWidth, plan.TileHeight, format};
                 for (uint32_t line = 0; line < plan.TileHeight; ++line)
                     std::memcpy(tile.Row(line), band.Row(line) + col * bytesPerTileRow, bytesPerTileRow);
-                encoded[col] = EncodeDeflate(tile);
+                encoded[col] = _Recompression.Encode(tile);
             });
         for (const auto& tile : encoded)
             places.Add(Append(tile));
@@ -188,12 +186,14 @@ void CPlaneExport::Describe(CTiffDirectory& directory, const CLevelPlan& plan, c
     SetPixelSize(directory, plan.Level->PixelWidth, plan.Level->PixelHeight);
     directory.SetNumber(TiffTag::TileWidth, plan.TileWidth);
     directory.SetNumber(TiffTag::TileLength, plan.TileHeight);
-    const uint16_t compression = CompressionOf(plan, channel);
+    const uint16_t compression = plan.IsAsStored() ? CompressionAsStored(channel) : _Recompression.TiffCompression();
     directory.SetShort(TiffTag::Compression, compression);
     uint16_t photometric = channel.Format.IsColour() ? TiffPhotometric::Rgb : TiffPhotometric::Grey;
     if (compression == TiffCompression::Jpeg && channel.Format.IsColour())
     {
-        const CJpegHeader jpeg = facts.Jpeg.value_or(UsualJpegHeader(plan, channel.Format));
+        CJpegHeader jpeg = facts.Jpeg.value_or(UsualJpegHeader(plan, channel.Format));
+        if (!plan.IsAsStored())
+            jpeg.HorizontalSampling = jpeg.VerticalSampling = _Recompression.JpegSampling();
         if (!jpeg.AreColoursRgb)
         {
             photometric = TiffPhotometric::YCbCr;
@@ -205,7 +205,7 @@ void CPlaneExport::Describe(CTiffDirectory& directory, const CLevelPlan& plan, c
     }
     directory.SetShort(TiffTag::Photometric, photometric);
     constexpr uint16_t differences = 2;
-    if (compression == TiffCompression::Deflate && HasDifferences(channel.Format))
+    if (!plan.IsAsStored() && _Recompression.HasDifferences(channel.Format))
         directory.SetShort(TiffTag::Predictor, differences);
 }
 

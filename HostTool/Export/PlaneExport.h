@@ -1,6 +1,7 @@
 #pragma once
 
 #include "HostTool/Export/ExportPlan.h"
+#include "HostTool/Export/Recompression.h"
 #include "HostTool/Export/TiffFields.h"
 #include "HostTool/Export/TileEncoders.h"
 #include "HostTool/Pixels/Progress.h"
@@ -24,9 +25,11 @@ struct CExportCounts
 class CPlaneExport
 {
 public:
-    CPlaneExport(const CGroupPixels& pixels, CTiffWriter& file, CColour background, unsigned jobs, CProgress& progress)
-        : _Pixels(pixels), _File(file), _Background(background), _Jobs(jobs), _Progress(progress),
-          _Stitcher(pixels, background, jobs)
+    /// `recompression` is for levels that are not copied.
+    CPlaneExport(const CGroupPixels& pixels, CTiffWriter& file, CColour background, const CRecompression& recompression,
+                 unsigned jobs, CProgress& progress)
+        : _Pixels(pixels), _File(file), _Background(background), _Recompression(recompression), _Jobs(jobs),
+          _Progress(progress), _Stitcher(pixels, background, jobs)
     {
     }
 
@@ -78,6 +81,7 @@ private:
     const CGroupPixels& _Pixels;
     CTiffWriter& _File;
     CColour _Background;
+    CRecompression _Recompression;
     unsigned _Jobs;
     CProgress& _Progress;
     CStitcher _Stitcher;

@@ -1,5 +1,6 @@
 #include "HostTool/Export/Proof.h"
 
+#include "HostTool/Export/TiffFields.h"
 #include "HostTool/HostError.h"
 
 #include <tiffio.h>
@@ -75,6 +76,26 @@ void CProof::ProveStored(const CGroupPixels& pixels, const CLevelPlan& plan, con
         }
 }
 
+bool CProof::ReadPixels(uint32_t number, const CPixelTarget& pixels) const
+{
+    uint16_t compression = 0;
+    TIFFGetField(_File->Tiff, TIFFTAG_COMPRESSION, &compression);
+    const auto size = static_cast<tmsize_t>(pixels.Stride * pixels.Height);
+    if (compression != TiffCompression::Jpeg2000) // which the library does not know
+        return TIFFReadEncodedTile(_File->Tiff, number, pixels.Pixels, size) == size;
+    ByteBuffer bytes;
+    ReadBytes(number, bytes);
+    try
+    {
+        DecodeJ2k(bytes, pixels);
+        return true;
+    }
+    catch (const CTileError&)
+    {
+        return false;
+    }
+}
+
 void CProof::ProveRecompressed(const CGroupPixels& pixels, const CLevelPlan& plan, const CPosition& position)
 {
     const CPixelFormat& format = pixels.Channel(position.Channel).Format;
@@ -92,8 +113,7 @@ void CProof::ProveRecompressed(const CGroupPixels& pixels, const CLevelPlan& pla
                                   plan.TileHeight};
             stitcher.Read(*plan.Level, position, rect, tile);
             const auto number = static_cast<uint32_t>(row * plan.NumOfCols() + col);
-            const auto size = static_cast<tmsize_t>(read.size());
-            if (TIFFReadEncodedTile(_File->Tiff, number, read.data(), size) != size || read != expected)
+            if (!ReadPixels(number, {read.data(), tile.Stride, tile.Width, tile.Height, format}) || read != expected)
                 Fail("the pixels of tile " + std::to_string(number) + " of level " + std::to_string(plan.Level->Level) +
                      ", " + TextOf(position) + " differ");
             ++_Counts.PixelsEqual;

@@ -37,6 +37,8 @@ private:
     void ProveRecompressed(const CGroupPixels& pixels, const CLevelPlan& plan, const CPosition& position);
     /// The bytes of a tile of the present directory; none if they can't be read.
     void ReadBytes(uint32_t number, ByteBuffer& bytes) const;
+    /// The pixels of a tile; false if they can't be read.
+    bool ReadPixels(uint32_t number, const CPixelTarget& pixels) const;
     [[noreturn]] void Fail(const std::string& what) const;
 
     struct CHandle;
