@@ -1,7 +1,9 @@
 #include "HostTool/Export/ExportCommand.h"
 
+#include "HostTool/Export/FlatLayout.h"
+#include "HostTool/Export/FurtherPictures.h"
+#include "HostTool/Export/GroupExport.h"
 #include "HostTool/Export/OmeXml.h"
-#include "HostTool/Export/PlaneExport.h"
 #include "HostTool/Export/Proof.h"
 #include "HostTool/HostError.h"
 #include "HostTool/Pixels/CommonOptions.h"
@@ -19,119 +21,6 @@ namespace HostTool
 namespace
 {
 
-/// The regions of a group, without those that lie beside the selected rectangle.
-std::vector<CRegionFacts> RegionsIn(const CGroupPixels& pixels, const CExportSelection& selection)
-{
-    std::vector<CRegionFacts> regions = RegionsOf(pixels.Group());
-    if (!selection.Rect)
-        return regions;
-    const CPixelRect& picture = pixels.Level(0).Picture;
-    const int64_t left = picture.X + selection.Rect->X;
-    const int64_t top = picture.Y + selection.Rect->Y;
-    const auto isBeside =
-        [](const std::vector<CRegionPoint>& points, int64_t CRegionPoint::*axis, int64_t first, int64_t end)
-    {
-        return std::all_of(points.begin(), points.end(), [&](const auto& point) { return point.*axis < first; }) ||
-               std::all_of(points.begin(), points.end(), [&](const auto& point) { return point.*axis >= end; });
-    };
-    std::erase_if(regions,
-                  [&](const CRegionFacts& region)
-                  {
-                      return isBeside(region.Points, &CRegionPoint::X, left, left + selection.Rect->Width) ||
-                             isBeside(region.Points, &CRegionPoint::Y, top, top + selection.Rect->Height);
-                  });
-    return regions;
-}
-
-/// A group on its way into the file.
-struct CGroupExport
-{
-    CGroupExport(const CDocument& document, int number, const CExportRequest& request)
-        : Pixels(document, number, request.Values), Planes(Pixels, request.Selection),
-          Plan(PlanOf(Pixels, request.Selection, request.Recompression.has_value())),
-          Facts(FactsOf(document.Group(number), Remarks)), Regions(RegionsIn(Pixels, request.Selection))
-    {
-        // Those that are exported, in the order of the file.
-        std::vector<CChannelFacts> channels;
-        for (const uint32_t id : Planes.Channels())
-            for (const CChannelFacts& channel : Facts.Channels)
-                if (channel.ID == id)
-                    channels.push_back(channel);
-        Facts.Channels = std::move(channels);
-    }
-    uint64_t NumOfTiles() const
-    {
-        uint64_t tiles = 0;
-        for (const CLevelPlan& level : Plan)
-            tiles += level.NumOfCols() * level.NumOfRows();
-        return tiles * Planes.Planes().size();
-    }
-
-    CGroupPixels Pixels;
-    CPlaneSelection Planes;
-    std::vector<CLevelPlan> Plan;
-    Diagnostics Remarks;
-    CGroupFacts Facts;
-    std::vector<CRegionFacts> Regions;
-    CExportCounts Counts;
-};
-
-/// Where the images at a position of an axis lie, in the unit of the axis; evenly spaced ones are told by the axis
-/// itself.
-std::optional<double> PlaceOn(const CGroupExport& group, const CAxisFacts& axis, int64_t index)
-{
-    if (axis.Start && axis.Step.value_or(0) > 0)
-        return *axis.Start + static_cast<double>(index) * *axis.Step;
-    const bool isTime = axis.Type == AC_AT_TIME;
-    CPosition position;
-    position.Channel = group.Pixels.Channels().front().ID;
-    (isTime ? position.T : position.Z) = index;
-    const CLevel& finest = group.Pixels.Level(0);
-    const auto image = group.Pixels.FindImage(finest, finest.FirstCol, finest.FirstRow, position);
-    std::optional<double> place = image ? image->AxisPosition(isTime ? L"TIMELAPSE" : L"ZSTACK") : std::nullopt;
-    constexpr double millisecondsPerSecond = 1000;
-    if (place && isTime)
-        *place /= millisecondsPerSecond;
-    return place;
-}
-
-/// The same of `count` positions from the first one on, in seconds or micrometres.
-std::vector<std::optional<double>> PlacesOn(const CGroupExport& group, AC_AxisType type, int64_t first, int64_t count)
-{
-    std::vector<std::optional<double>> places(static_cast<size_t>(count));
-    const auto axis = std::find_if(group.Facts.Axes.begin(), group.Facts.Axes.end(),
-                                   [&](const CAxisFacts& candidate) { return candidate.Type == type; });
-    if (axis == group.Facts.Axes.end() || !axis->Units)
-        return places;
-    for (size_t i = 0; i < places.size(); ++i)
-        if (const auto place = PlaceOn(group, *axis, first + static_cast<int64_t>(i)))
-            places[i] = type == AC_AT_TIME ? place : Micrometres(*place, *axis->Units);
-    return places;
-}
-
-void RequireHoldable(const CDocument& document, const CGroupExport& group)
-{
-    const CPixelFormat& format = group.Pixels.Channel(group.Planes.Channels().front()).Format;
-    for (const uint32_t id : group.Planes.Channels())
-        if (const CChannelPixels& channel = group.Pixels.Channel(id);
-            OmeTypeOf(channel.Format).empty() || channel.Format != format)
-            throw CHostError(ExitCode::WrongUsage,
-                             document.Path().string() + ": OME-TIFF cannot hold the pixels of channel " +
-                                 std::to_string(channel.ID) + " of " + NameOfGroup(group.Pixels.Group()) +
-                                 "; 'zel region -c' writes them, or say --values float");
-}
-
-/// Throws CHostError if the pixels of a group can't be recompressed as it is asked for.
-void RequireRecompressible(const CDocument& document, const CGroupExport& group, const CRecompression& recompression)
-{
-    const uint32_t channel = group.Planes.Channels().front();
-    const std::string reason = recompression.WhyNotHoldable(group.Pixels.Channel(channel).Format);
-    if (!reason.empty())
-        throw CHostError(ExitCode::WrongUsage, document.Path().string() + ": --recompress: " + reason +
-                                                   ", unlike channel " + std::to_string(channel) + " of " +
-                                                   NameOfGroup(group.Pixels.Group()) + "; choose deflate or zstd");
-}
-
 /// The file, from its tiles to its name.
 class CExporter
 {
@@ -140,15 +29,14 @@ public:
     {
         for (int number = 0; number < document.NumOfGroups(); ++number)
             if (request.Group.value_or(number) == number)
-            {
                 _Groups.push_back(std::make_unique<CGroupExport>(document, number, request));
-                RequireHoldable(document, *_Groups.back());
-                RequireRecompressible(document, *_Groups.back(), Recompression());
-            }
         if (_Groups.empty())
             throw CHostError(ExitCode::WrongUsage,
                              document.Path().string() +
                                  ": the document has no pictures; 'zel info' tells what there is");
+        if (request.IsFlat)
+            RequireOnePlane();
+        AddFurtherPictures();
     }
 
     CExportOutcome Run()
@@ -169,6 +57,34 @@ public:
 
 private:
     CRecompression Recompression() const { return _Request.Recompression.value_or(CRecompression()); }
+
+    void RequireOnePlane() const
+    {
+        const CGroupExport& group = *_Groups.front();
+        const size_t numOfPlanes = group.Planes.Planes().size();
+        if (_Groups.size() == 1 && numOfPlanes == 1)
+            return;
+        const std::string what = _Groups.size() > 1
+                                     ? TextOfCount(_Groups.size(), "group")
+                                     : TextOfCount(numOfPlanes, "plane") + " of " + NameOfGroup(group.Pixels.Group());
+        throw CHostError(ExitCode::WrongUsage, _Document.Path().string() + ": --layout flat holds one plane, and " +
+                                                   what + " would be exported; choose by -g, -c, -z and -t");
+    }
+
+    void AddFurtherPictures()
+    {
+        if (_Request.HasOverview)
+            _Overview = OverviewOf(_Document);
+        if (!_Request.HasThumbnail && !_Request.IsFlat)
+            return;
+        // That of the document shows all of it.
+        if (!_Request.Selection.Rect)
+            _Thumbnail = ThumbnailOf(_Document);
+        const CGroupExport& group = *_Groups.front();
+        if (!_Thumbnail)
+            _Thumbnail = MakeThumbnail(group.Pixels, group.Plan.back(), group.Planes.Planes().front(),
+                                       _Request.Background, _Request.Jobs);
+    }
 
     uint64_t NumOfTiles() const
     {
@@ -199,9 +115,59 @@ private:
             AddFailures(planes.Failures(), "read");
             AddFailures(planes.DecodeFailures(), "decoded");
         }
-        directories.front().Set(TiffTag::ImageDescription, OmeXml());
+        if (_Request.IsFlat)
+            Flatten(directories, file);
+        else
+            Describe(directories, file);
         directories.front().Set(TiffTag::Software, std::string("zel"));
-        _PlacesOfPlanes = file.Complete(directories);
+        _Places = file.Complete(directories);
+    }
+
+    /// Writes the pictures beside the groups, and the description of all.
+    void Describe(std::vector<CTiffDirectory>& directories, CTiffWriter& file) const
+    {
+        std::vector<COmePicture> pictures;
+        for (const auto* picture : {&_Thumbnail, &_Overview})
+            if (*picture)
+            {
+                pictures.push_back({&**picture, directories.size()});
+                directories.push_back(WriteFurtherPicture(file, **picture));
+            }
+        directories.front().Set(TiffTag::ImageDescription, OmeXml(pictures));
+    }
+
+    /// Levels in a row, with the thumbnail behind the finest one, where readers of the dialect expect it.
+    void Flatten(std::vector<CTiffDirectory>& directories, CTiffWriter& file) const
+    {
+        const CGroupExport& group = *_Groups.front();
+        std::vector<CTiffDirectory> levels = std::move(directories.front().Children);
+        directories.front().Children.clear();
+        directories.push_back(WriteFurtherPicture(file, *_Thumbnail));
+        directories.back().Set(TiffTag::ImageDescription, FlatDescriptionOf(*_Thumbnail, "thumbnail"));
+        for (CTiffDirectory& level : levels)
+        {
+            level.SetNumber(TiffTag::NewSubfileType, 0);
+            directories.push_back(std::move(level));
+        }
+        directories.front().Set(
+            TiffTag::ImageDescription,
+            FlatDescriptionOf(group.Plan.front(), group.Pixels, group.Facts.Lens ? &*group.Facts.Lens : nullptr));
+        const bool isColour = group.Pixels.Channel(group.Planes.Channels().front()).Format.IsColour();
+        for (CTiffDirectory& directory : directories)
+            if (isColour && group.Counts.Jp2Files == 0 && HasJpeg2000(directory))
+                directory.SetShort(TiffTag::Compression, TiffCompression::Jpeg2000OfRgb);
+        if (!_Overview)
+            return;
+        constexpr uint32_t pictureOfTheSlide = 9;
+        directories.push_back(WriteFurtherPicture(file, *_Overview));
+        directories.back().SetNumber(TiffTag::NewSubfileType, pictureOfTheSlide);
+        directories.back().Set(TiffTag::ImageDescription, FlatDescriptionOf(*_Overview, "macro"));
+    }
+
+    static bool HasJpeg2000(const CTiffDirectory& directory)
+    {
+        const auto& compression = std::get<std::vector<uint16_t>>(directory.Fields().at(TiffTag::Compression));
+        return compression.front() == TiffCompression::Jpeg2000;
     }
 
     static CTiffDirectory WritePlane(CPlaneExport& planes, const CGroupExport& group, const CPosition& position)
@@ -223,19 +189,18 @@ private:
             _Failures.push_back(_Document.Path().string() + ": " + failures.Text(what));
     }
 
-    std::string OmeXml() const
+    std::string OmeXml(const std::vector<COmePicture>& pictures) const
     {
         std::vector<COmeImage> images;
         uint64_t firstDirectory = 0;
         for (const auto& group : _Groups)
         {
             const CPlaneSelection& planes = group->Planes;
-            images.push_back({&group->Pixels, &group->Facts, &group->Plan, &planes, group->Regions,
-                              PlacesOn(*group, AC_AT_TIME, planes.FirstT(), planes.Sizes().T),
-                              PlacesOn(*group, AC_AT_Z, planes.FirstZ(), planes.Sizes().Z), firstDirectory});
+            images.push_back({&group->Pixels, &group->Facts, &group->Plan, &planes, group->Regions, group->Times(),
+                              group->Depths(), firstDirectory});
             firstDirectory += group->Planes.Planes().size();
         }
-        return OmeXmlOf(FactsOf(_Document), images);
+        return OmeXmlOf(FactsOf(_Document), images, pictures);
     }
 
     void Report(const CGroupExport& group, CExportOutcome& outcome) const
@@ -247,6 +212,10 @@ private:
         if (!_Request.Selection.Rect && _Request.Selection.Levels.IsAll())
             ReportTilesBeside(group, outcome);
         const std::string name = NameOfGroup(group.Pixels.Group());
+        if (_Request.IsFlat && group.Counts.Jp2Files > 0)
+            outcome.Remarks.push_back(name +
+                                      ": its JPEG 2000 tiles are files and not bare codestreams, which OpenSlide "
+                                      "cannot read; --recompress jpeg2000 makes some");
         if (group.Counts.UnlikeOthers > 0)
             outcome.Remarks.push_back(name + ": " + TextOfCount(group.Counts.UnlikeOthers, "tile") +
                                       " as stored differ in size, sampling or tables from the first of their level, by "
@@ -318,18 +287,36 @@ private:
     {
         CProgress progress(NumOfTiles(), "tiles");
         CProof proof(file, _Request.Output, _Request.Background, _Request.Jobs, progress);
+        if (_Request.IsFlat)
+            ProveFlat(proof);
+        else
+            ProvePlanes(proof);
+        return _Request.Output.string() + ": read back; " + TextOfCount(proof.Counts().BytesEqual, "tile") +
+               " equal byte for byte, " + std::to_string(proof.Counts().PixelsEqual) + " pixel for pixel";
+    }
+
+    void ProvePlanes(CProof& proof) const
+    {
         size_t plane = 0;
         for (const auto& group : _Groups)
             for (const CPosition& position : group->Planes.Planes())
-                proof.ProvePlane(group->Pixels, group->Plan, position, _PlacesOfPlanes.at(plane++));
-        return _Request.Output.string() + ": read back; " + TextOfCount(proof.Counts().BytesEqual, "tile") +
-               " equal byte for byte, " + std::to_string(proof.Counts().PixelsEqual) + " pixel for pixel";
+                proof.ProvePlane(group->Pixels, group->Plan, position, _Places.at(plane++));
+    }
+
+    void ProveFlat(CProof& proof) const
+    {
+        const CGroupExport& group = *_Groups.front();
+        std::vector<uint64_t> levels = _Places;
+        levels.erase(levels.begin() + 1); // the thumbnail
+        proof.ProveLevels(group.Pixels, group.Plan, group.Planes.Planes().front(), levels);
     }
 
     const CDocument& _Document;
     const CExportRequest& _Request;
     std::vector<std::unique_ptr<CGroupExport>> _Groups;
-    std::vector<uint64_t> _PlacesOfPlanes;
+    std::optional<CFurtherPicture> _Thumbnail;
+    std::optional<CFurtherPicture> _Overview;
+    std::vector<uint64_t> _Places; ///< of the directories, in their order
     std::vector<std::string> _Failures;
 };
 
@@ -347,6 +334,19 @@ void AddRecompressionOption(CLI::App& command, std::string& text)
                     "compress all tiles anew: deflate, zstd or jpeg2000 without loss, jpeg or jpeg:QUALITY with loss, "
                     "90 if none is given. Default: copy what can be copied")
         ->check(CLI::Validator(check, "COMPRESSION"));
+}
+
+void AddLayoutOptions(CLI::App& command, CExportRequest& request)
+{
+    const auto setLayout = [&request](const std::string& layout) { request.IsFlat = layout == "flat"; };
+    command
+        .add_option_function<std::string>("--layout", setLayout,
+                                          "ome: OME-TIFF; flat: one plane with its levels in a row and a description "
+                                          "from which OpenSlide tells micrometres and objective power. Default: ome")
+        ->check(CLI::IsMember({"ome", "flat"}));
+    command.add_flag("--thumbnail", request.HasThumbnail, "write a thumbnail as well; the flat layout always has one");
+    command.add_flag("--overview", request.HasOverview,
+                     "write the picture of the whole slide as well, on which its label may be seen");
 }
 
 } // namespace
@@ -401,6 +401,7 @@ void AddExportCommand(CCommandLine& line)
         ->check(CLI::NonNegativeNumber);
     options->Selection.AddTo(command);
     AddRecompressionOption(command, options->Recompression);
+    AddLayoutOptions(command, options->Request);
     command.add_flag("--prove", options->Request.IsProved,
                      "read the file back and compare each tile with the document");
     command.add_flag("--bigtiff", options->Request.IsBigTiff, "write a BigTIFF file even where it need not be one");

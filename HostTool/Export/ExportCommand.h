@@ -12,6 +12,9 @@ struct CExportRequest
 {
     std::optional<int> Group; ///< all of them if not set
     CExportSelection Selection;
+    bool IsFlat = false; ///< levels in a row, with a description that OpenSlide reads
+    bool HasThumbnail = false;
+    bool HasOverview = false;
     std::optional<CRecompression>
         Recompression; ///< of all tiles; otherwise of those that can't be copied, without loss
     CColour Background;

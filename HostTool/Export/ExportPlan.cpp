@@ -27,9 +27,9 @@ std::string TextOfSize(const CLevel& level)
 }
 
 /// Why a TIFF file cannot hold the tiles as they are; empty if it can.
-std::string WhyNotAsStored(const CGroupPixels& pixels, const CLevel& level, bool isRecompressed)
+std::string WhyNotAsStored(const CGroupPixels& pixels, const CLevel& level, const CPlanRules& rules)
 {
-    if (isRecompressed)
+    if (rules.IsRecompressed)
         return "that is asked for";
     for (const CChannelPixels& channel : pixels.Channels())
     {
@@ -37,6 +37,8 @@ std::string WhyNotAsStored(const CGroupPixels& pixels, const CLevel& level, bool
             return "its tiles are PNG";
         if (channel.Coding == TileCoding::Bmp)
             return "its tiles are BMP";
+        if (rules.IsForOpenSlide && channel.Coding == TileCoding::Raw)
+            return "OpenSlide reads no raw tiles beside a thumbnail";
         if (channel.IsBlueFirst && channel.Coding == TileCoding::Raw)
             return "its pixels have blue first";
     }
@@ -79,11 +81,11 @@ void BeginWithTile(CLevelPlan& plan)
 }
 
 CLevelPlan PlanOfFinest(const CGroupPixels& pixels, const CLevel& level, const CExportSelection& selection,
-                        const CPixelRect& wanted, bool isRecompressed)
+                        const CPixelRect& wanted, const CPlanRules& rules)
 {
     CLevelPlan plan;
     plan.Level = &level;
-    plan.WhyNotAsStored = WhyNotAsStored(pixels, level, isRecompressed);
+    plan.WhyNotAsStored = WhyNotAsStored(pixels, level, rules);
     plan.Wanted = plan.Rect = SamePart(wanted, pixels.Level(0), level);
     if (!plan.IsAsStored() || plan.Rect.IsEmpty())
         return plan;
@@ -95,11 +97,12 @@ CLevelPlan PlanOfFinest(const CGroupPixels& pixels, const CLevel& level, const C
     return plan;
 }
 
-CLevelPlan PlanOfLevel(const CGroupPixels& pixels, const CLevel& level, const CLevelPlan& finest, bool isRecompressed)
+CLevelPlan PlanOfLevel(const CGroupPixels& pixels, const CLevel& level, const CLevelPlan& finest,
+                       const CPlanRules& rules)
 {
     CLevelPlan plan;
     plan.Level = &level;
-    plan.WhyNotAsStored = WhyNotAsStored(pixels, level, isRecompressed);
+    plan.WhyNotAsStored = WhyNotAsStored(pixels, level, rules);
     plan.Wanted = SamePart(finest.Wanted, *finest.Level, level);
     plan.Rect = SamePart(finest.Rect, *finest.Level, level);
     if (plan.IsAsStored() && !BeginsWithTile(level, plan.Rect.X, plan.Rect.Y))
@@ -141,11 +144,22 @@ void RequireLevels(const CGroupPixels& pixels, const CRange& levels)
     pixels.Level(static_cast<int>(levels.First)); // throws if it has no data
 }
 
-void SetTileSize(CLevelPlan& plan)
+/// A size of tiles that is no larger than that of the picture, if there is one.
+uint32_t Within(uint32_t tileSize, int64_t pictureSize)
+{
+    const int64_t most = std::max<int64_t>(pictureSize / TileUnit * TileUnit, TileUnit);
+    return static_cast<uint32_t>(std::min<int64_t>(tileSize, most));
+}
+
+void SetTileSize(CLevelPlan& plan, const CPlanRules& rules)
 {
     const auto usable = [](uint32_t size) { return IsTileSize(size) && size <= MostTileSize ? size : UsualTileSize; };
     plan.TileWidth = plan.IsAsStored() ? plan.Level->TileWidth : usable(plan.Level->TileWidth);
     plan.TileHeight = plan.IsAsStored() ? plan.Level->TileHeight : usable(plan.Level->TileHeight);
+    if (plan.IsAsStored() || !rules.IsForOpenSlide)
+        return;
+    plan.TileWidth = Within(plan.TileWidth, plan.Rect.Width);
+    plan.TileHeight = Within(plan.TileHeight, plan.Rect.Height);
 }
 
 /// A damaged document may tell of a picture of any size: what is written has to be in proportion to what there is.
@@ -180,23 +194,26 @@ CPlaceInGrid PlaceOf(const CLevelPlan& plan, uint64_t col, uint64_t row)
 
 } // namespace
 
-std::vector<CLevelPlan> PlanOf(const CGroupPixels& pixels, const CExportSelection& selection, bool isRecompressed)
+std::vector<CLevelPlan> PlanOf(const CGroupPixels& pixels, const CExportSelection& selection, const CPlanRules& rules)
 {
     RequireLevels(pixels, selection.Levels);
     const auto first = static_cast<int>(selection.Levels.First);
     const auto end = static_cast<int>(std::min<int64_t>(selection.Levels.Last, pixels.NumOfLevels() - 1)) + 1;
     std::vector<CLevelPlan> plans = {
-        PlanOfFinest(pixels, pixels.Level(first), selection, WantedPart(pixels, selection), isRecompressed)};
+        PlanOfFinest(pixels, pixels.Level(first), selection, WantedPart(pixels, selection), rules)};
     for (int level = first + 1; level < end; ++level)
     {
         if (selection.Rect && IsOneTile(plans.back()))
             break;
         if (pixels.HasLevel(level) && !pixels.Level(level).Picture.IsEmpty())
-            plans.push_back(PlanOfLevel(pixels, pixels.Level(level), plans.front(), isRecompressed));
+            plans.push_back(PlanOfLevel(pixels, pixels.Level(level), plans.front(), rules));
     }
+    if (rules.IsForOpenSlide)
+        while (plans.size() > 1 && std::min(plans.back().Rect.Width, plans.back().Rect.Height) < TileUnit)
+            plans.pop_back();
     for (CLevelPlan& plan : plans)
     {
-        SetTileSize(plan);
+        SetTileSize(plan, rules);
         RequireProportion(pixels, plan);
     }
     return plans;

@@ -22,11 +22,19 @@ struct CLevelPlan
     uint64_t NumOfRows() const { return (static_cast<uint64_t>(Rect.Height) + TileHeight - 1) / TileHeight; }
 };
 
+/// What a file asks of its levels, beside what is selected.
+struct CPlanRules
+{
+    bool IsRecompressed = false; ///< no tiles are copied
+    /// What OpenSlide 3.4 can read by libtiff 4.5: of tiles that it does not decode by itself only compressed ones, and
+    /// none that are larger than the picture. Levels too small for any such tile are left out.
+    bool IsForOpenSlide = false;
+};
+
 /// A group on its way into a file: its finest selected level and those below it, which all show the same.
 /// Throws CHostError if the picture is too large for the tiles that there are, or nothing of it is selected.
-/// With `isRecompressed` no tiles are copied.
 std::vector<CLevelPlan> PlanOf(const CGroupPixels& pixels, const CExportSelection& selection = {},
-                               bool isRecompressed = false);
+                               const CPlanRules& rules = {});
 
 /// A tile of the file as it is stored in the document, by its column and row in the file; nothing if none is stored.
 /// Throws CTileError if it can't be read, or no reader of the file could take it for a tile.

@@ -364,6 +364,30 @@ private:
     std::string _Number;
 };
 
+void WritePicture(Node ome, const COmePicture& picture, size_t number)
+{
+    const CFurtherPicture& facts = *picture.Picture;
+    Node image = AddChild(ome, "Image");
+    Set(image, "ID", "Image:" + std::to_string(number));
+    Set(image, "Name", facts.Name);
+    Node pixels = AddChild(image, "Pixels");
+    Set(pixels, "ID", "Pixels:" + std::to_string(number));
+    Set(pixels, "DimensionOrder", std::string("XYCZT"));
+    Set(pixels, "Type", OmeTypeOf(facts.Format));
+    Set(pixels, "Interleaved", std::string(facts.Format.IsColour() ? "true" : "false"));
+    SetCount(pixels, "SizeX", facts.Width);
+    SetCount(pixels, "SizeY", facts.Height);
+    SetCount(pixels, "SizeZ", 1);
+    SetCount(pixels, "SizeC", facts.Format.NumOfComponents);
+    SetCount(pixels, "SizeT", 1);
+    Node channel = AddChild(pixels, "Channel");
+    Set(channel, "ID", "Channel:" + std::to_string(number) + ":0");
+    SetCount(channel, "SamplesPerPixel", facts.Format.NumOfComponents);
+    Node data = AddChild(pixels, "TiffData");
+    SetCount(data, "IFD", picture.Directory);
+    SetCount(data, "PlaneCount", 1);
+}
+
 } // namespace
 
 std::string OmeTypeOf(const CPixelFormat& format)
@@ -391,7 +415,8 @@ std::optional<double> Micrometres(double value, const std::string& unit)
     return exponent >= 0 ? value * std::pow(10.0, exponent) : value / std::pow(10.0, -exponent);
 }
 
-std::string OmeXmlOf(const CDocumentFacts& document, const std::vector<COmeImage>& images)
+std::string OmeXmlOf(const CDocumentFacts& document, const std::vector<COmeImage>& images,
+                     const std::vector<COmePicture>& pictures)
 {
     pugi::xml_document xml;
     Node declaration = xml.append_child(pugi::node_declaration);
@@ -416,6 +441,8 @@ std::string OmeXmlOf(const CDocumentFacts& document, const std::vector<COmeImage
         writer.WriteInstrument(ome, document);
     for (const CImageWriter& writer : writers)
         writer.WriteImage(ome, document);
+    for (size_t i = 0; i < pictures.size(); ++i)
+        WritePicture(ome, pictures[i], images.size() + i);
     Node annotations = AddChild(ome, "StructuredAnnotations");
     for (const CImageWriter& writer : writers)
         writer.WriteAnnotation(annotations, document);

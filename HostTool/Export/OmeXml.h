@@ -1,7 +1,7 @@
 #pragma once
 
 #include "HostTool/DocumentFacts.h"
-#include "HostTool/Export/ExportPlan.h"
+#include "HostTool/Export/FurtherPictures.h"
 #include "HostTool/RegionFacts.h"
 
 namespace HostTool
@@ -20,8 +20,16 @@ struct COmeImage
     uint64_t FirstDirectory = 0;               ///< of its planes in the file
 };
 
+/// A picture beside the groups: red, green and blue, or grey.
+struct COmePicture
+{
+    const CFurtherPicture* Picture = nullptr;
+    uint64_t Directory = 0;
+};
+
 /// The facts of the document in the OME data model, as XML in UTF-8.
-std::string OmeXmlOf(const CDocumentFacts& document, const std::vector<COmeImage>& images);
+std::string OmeXmlOf(const CDocumentFacts& document, const std::vector<COmeImage>& images,
+                     const std::vector<COmePicture>& pictures = {});
 
 /// How the OME data model calls numbers of this kind; empty if it has no name for them.
 std::string OmeTypeOf(const CPixelFormat& format);

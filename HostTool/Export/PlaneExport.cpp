@@ -31,6 +31,12 @@ uint16_t CompressionAsStored(const CChannelPixels& channel)
     }
 }
 
+/// Of JPEG 2000: it begins with a marker, a file with a box.
+bool IsCodestream(std::span<const uint8_t> bytes)
+{
+    return bytes.size() > 1 && bytes[0] == 0xFF && bytes[1] == 0x4F;
+}
+
 } // namespace
 
 CJpegHeader UsualJpegHeader(const CLevelPlan& plan, const CPixelFormat& format)
@@ -104,8 +110,10 @@ void CPlaneExport::Note(const CStoredTile& tile, const CLevelPlan& plan, CStored
         facts.AreKnown = true;
         facts.Jpeg = jpeg;
         facts.JpegTables = tile.JpegTables;
-        facts.IsCodestream = tile.Bytes.size() > 1 && tile.Bytes[0] == 0xFF && tile.Bytes[1] == 0x4F;
+        facts.IsCodestream = IsCodestream(tile.Bytes);
     }
+    if (tile.Coding == TileCoding::J2k && !IsCodestream(tile.Bytes))
+        ++_Counts.Jp2Files;
     if (tile.Coding == TileCoding::Jpeg &&
         (!jpeg || !facts.Jpeg || !AreAlike(*jpeg, *facts.Jpeg) || jpeg->Width != plan.TileWidth ||
          jpeg->Height != plan.TileHeight || tile.JpegTables != facts.JpegTables))

@@ -19,6 +19,7 @@ struct CExportCounts
     uint64_t Recompressed = 0;
     uint64_t Background = 0;   ///< nothing is stored there
     uint64_t UnlikeOthers = 0; ///< as stored, but unlike those that the directory speaks of
+    uint64_t Jp2Files = 0;     ///< JPEG 2000 as stored, but not as a bare codestream
 };
 
 /// Writes planes of a group into a TIFF file.

@@ -81,7 +81,8 @@ bool CProof::ReadPixels(uint32_t number, const CPixelTarget& pixels) const
     uint16_t compression = 0;
     TIFFGetField(_File->Tiff, TIFFTAG_COMPRESSION, &compression);
     const auto size = static_cast<tmsize_t>(pixels.Stride * pixels.Height);
-    if (compression != TiffCompression::Jpeg2000) // which the library does not know
+    if (compression != TiffCompression::Jpeg2000 &&
+        compression != TiffCompression::Jpeg2000OfRgb) // which the library does not know
         return TIFFReadEncodedTile(_File->Tiff, number, pixels.Pixels, size) == size;
     ByteBuffer bytes;
     ReadBytes(number, bytes);
@@ -130,11 +131,17 @@ void CProof::ProvePlane(const CGroupPixels& pixels, const std::vector<CLevelPlan
     TIFFGetField(_File->Tiff, TIFFTAG_SUBIFD, &numOfChildren, &children);
     if (numOfChildren + size_t{1} != plan.size())
         Fail("levels are missing");
-    const std::vector<uint64_t> offsets(children, children + numOfChildren);
+    std::vector<uint64_t> offsets = {offset};
+    offsets.insert(offsets.end(), children, children + numOfChildren);
+    ProveLevels(pixels, plan, position, offsets);
+}
+
+void CProof::ProveLevels(const CGroupPixels& pixels, const std::vector<CLevelPlan>& plan, const CPosition& position,
+                         const std::vector<uint64_t>& offsets)
+{
     for (size_t level = 0; level < plan.size(); ++level)
     {
-        if (level > 0)
-            SelectDirectory(offsets[level - 1]);
+        SelectDirectory(offsets.at(level));
         if (plan[level].IsAsStored())
             ProveStored(pixels, plan[level], position);
         else

@@ -29,6 +29,10 @@ public:
     void ProvePlane(const CGroupPixels& pixels, const std::vector<CLevelPlan>& plan, const CPosition& position,
                     uint64_t offset);
 
+    /// The same with the directories of all levels.
+    void ProveLevels(const CGroupPixels& pixels, const std::vector<CLevelPlan>& plan, const CPosition& position,
+                     const std::vector<uint64_t>& offsets);
+
     const CProofCounts& Counts() const { return _Counts; }
 
 private:
