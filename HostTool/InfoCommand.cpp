@@ -1,5 +1,6 @@
 #include "HostTool/InfoCommand.h"
 
+#include "HostTool/Export/PersonalFacts.h"
 #include "HostTool/GuardedRun.h"
 #include "HostTool/InfoJson.h"
 #include "HostTool/Pixels/Bitmap.h"
@@ -255,6 +256,13 @@ ExitCode PrintInfo(const std::filesystem::path& plugin, const std::filesystem::p
     return ExitCode::Done;
 }
 
+ExitCode PrintPrivate(const std::filesystem::path& plugin, const std::filesystem::path& file)
+{
+    const CPluginHost host = HostOf(plugin);
+    PrintPersonalFacts(std::cout, CDocument(host, file));
+    return ExitCode::Done;
+}
+
 /// A failure stands in the output; the code is that of a document that can't be opened.
 ExitCode PrintKnownAsJson(const std::filesystem::path& plugin, const std::filesystem::path& file)
 {
@@ -298,14 +306,28 @@ void PrintShortFacts(std::ostream& out, const CDocumentFacts& facts)
 
 void AddInfoCommand(CCommandLine& line)
 {
-    const auto isJson = std::make_shared<bool>(false);
-    line.AddFileCommand(
-            {"info",
-             "Prints what the document tells: its properties, files, groups, channels, axes, levels and tile grids.",
-             "  zel info slide.zel\n  zel info slide.zel --json | jq '.groups[].levels'"},
-            [isJson](const std::filesystem::path& plugin, const std::filesystem::path& file)
-            { return *isJson ? PrintInfoAsJson(plugin, file) : PrintInfo(plugin, file); })
-        .add_flag("--json", *isJson, "print JSON, complete and stable, also of what can't be opened");
+    struct COptions
+    {
+        bool IsJson = false;
+        bool IsPrivate = false;
+    };
+    const auto options = std::make_shared<COptions>();
+    CLI::App& command = line.AddFileCommand(
+        {"info",
+         "Prints what the document tells: its properties, files, groups, channels, axes, levels and tile grids.",
+         "  zel info slide.zel\n  zel info slide.zel --json | jq '.groups[].levels'"},
+        [options](const std::filesystem::path& plugin, const std::filesystem::path& file)
+        {
+            if (options->IsPrivate)
+                return PrintPrivate(plugin, file);
+            return options->IsJson ? PrintInfoAsJson(plugin, file) : PrintInfo(plugin, file);
+        });
+    CLI::Option* json =
+        command.add_flag("--json", options->IsJson, "print JSON, complete and stable, also of what can't be opened");
+    command
+        .add_flag("--private", options->IsPrivate,
+                  "print only what may tell a person, a case or a laboratory, and what an export does with it")
+        ->excludes(json);
 }
 
 } // namespace HostTool

@@ -4,6 +4,7 @@
 #include "HostTool/Export/FurtherPictures.h"
 #include "HostTool/Export/GroupExport.h"
 #include "HostTool/Export/OmeXml.h"
+#include "HostTool/Export/PersonalFacts.h"
 #include "HostTool/Export/Proof.h"
 #include "HostTool/HostError.h"
 #include "HostTool/Pixels/CommonOptions.h"
@@ -200,7 +201,10 @@ private:
                               group->Depths(), firstDirectory});
             firstDirectory += group->Planes.Planes().size();
         }
-        return OmeXmlOf(FactsOf(_Document), images, pictures);
+        CDocumentFacts facts = FactsOf(_Document);
+        if (_Request.IsStripped)
+            Strip(facts);
+        return OmeXmlOf(facts, images, pictures);
     }
 
     void Report(const CGroupExport& group, CExportOutcome& outcome) const
@@ -345,8 +349,14 @@ void AddLayoutOptions(CLI::App& command, CExportRequest& request)
                                           "from which OpenSlide tells micrometres and objective power. Default: ome")
         ->check(CLI::IsMember({"ome", "flat"}));
     command.add_flag("--thumbnail", request.HasThumbnail, "write a thumbnail as well; the flat layout always has one");
-    command.add_flag("--overview", request.HasOverview,
-                     "write the picture of the whole slide as well, on which its label may be seen");
+    CLI::Option* overview =
+        command.add_flag("--overview", request.HasOverview,
+                         "write the picture of the whole slide as well, on which its label may be seen");
+    command
+        .add_flag("--strip", request.IsStripped,
+                  "leave out author, comment, names of groups and regions, dates, experiment and sample; 'zel info "
+                  "--private' tells what there is")
+        ->excludes(overview);
 }
 
 } // namespace

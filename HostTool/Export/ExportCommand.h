@@ -15,6 +15,7 @@ struct CExportRequest
     bool IsFlat = false; ///< levels in a row, with a description that OpenSlide reads
     bool HasThumbnail = false;
     bool HasOverview = false;
+    bool IsStripped = false; ///< without what may tell a person, a case or a laboratory
     std::optional<CRecompression>
         Recompression; ///< of all tiles; otherwise of those that can't be copied, without loss
     CColour Background;

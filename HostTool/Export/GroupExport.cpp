@@ -1,6 +1,7 @@
 #include "HostTool/Export/GroupExport.h"
 
 #include "HostTool/Export/OmeXml.h"
+#include "HostTool/Export/PersonalFacts.h"
 
 #include <algorithm>
 
@@ -104,6 +105,12 @@ CGroupExport::CGroupExport(const CDocument& document, int number, const CExportR
             if (channel.ID == id)
                 channels.push_back(channel);
     Facts.Channels = std::move(channels);
+    if (request.IsStripped)
+    {
+        Strip(Facts);
+        for (CRegionFacts& region : Regions)
+            Strip(region);
+    }
     RequireHoldable(document, *this);
     RequireRecompressible(document, *this, request.Recompression.value_or(CRecompression()));
 }
