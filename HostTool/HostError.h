@@ -24,7 +24,7 @@ enum class ExitCode : int
 constexpr const char* MeaningsOfExitCodes =
     "0 done, 1 the file is damaged or not of this format, 2 wrong usage, 3 a side file is missing, 4 the machine: "
     "disk, "
-    "rights, memory, or killed, 5 not equal (verify --against, export --prove).";
+    "rights, memory, or killed, 5 not equal (verify --against, export --prove, diff).";
 
 /// Which of two codes a run over several files answers: the machine's before the file's, then what is missing, what is
 /// not equal, and wrong usage.

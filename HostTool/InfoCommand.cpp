@@ -1,5 +1,6 @@
 #include "HostTool/InfoCommand.h"
 
+#include "HostTool/Export/PersonalFacts.h"
 #include "HostTool/GuardedRun.h"
 #include "HostTool/InfoCsv.h"
 #include "HostTool/InfoJson.h"
@@ -244,6 +245,7 @@ struct CInfoRequest
     bool IsJson = false;
     bool IsPretty = false;
     bool IsCsv = false;
+    bool IsPrivate = false;
 };
 
 ExitCode PrintInfo(const std::filesystem::path& plugin, const std::filesystem::path& file)
@@ -261,6 +263,13 @@ ExitCode PrintInfo(const std::filesystem::path& plugin, const std::filesystem::p
 void PrintData(const CInfo& info, const CInfoRequest& request)
 {
     PrintWhole(request.IsCsv ? CsvOf(info) : JsonOf(info, request.IsPretty));
+}
+
+ExitCode PrintPrivate(const std::filesystem::path& plugin, const std::filesystem::path& file)
+{
+    const CPluginHost host = HostOf(plugin);
+    PrintPersonalFacts(std::cout, CDocument(host, file));
+    return ExitCode::Done;
 }
 
 /// A failure stands in the output; the code is that of a document that can't be opened.
@@ -314,7 +323,10 @@ void AddInfoCommand(CCommandLine& line)
     CLI::App& command = line.AddFileCommand(
         {"info", "Prints what documents tell: their properties, files, groups, channels, axes, levels and tile grids.",
          "  zel info slide.zel\n  zel info -r slides --json > slides.jsonl"},
-        [request](const std::filesystem::path& plugin, const std::filesystem::path& file) {
+        [request](const std::filesystem::path& plugin, const std::filesystem::path& file)
+        {
+            if (request->IsPrivate)
+                return PrintPrivate(plugin, file);
             return request->IsJson || request->IsCsv ? PrintInfoAsData(plugin, file, *request)
                                                      : PrintInfo(plugin, file);
         });
@@ -322,6 +334,10 @@ void AddInfoCommand(CCommandLine& line)
         "--json", request->IsJson, "print JSON, complete and stable, also of what can't be opened: a line for each");
     command.add_flag("--pretty", request->IsPretty, "print JSON for people, in many lines")->needs(json);
     command.add_flag("--csv", request->IsCsv, "print a table with a line for each group")->excludes(json);
+    command
+        .add_flag("--private", request->IsPrivate,
+                  "print only what may tell a person, a case or a laboratory, and what an export does with it")
+        ->excludes(json);
     line.TakeSeveral(command,
                      [request](const auto&)
                      {

@@ -1,4 +1,5 @@
 #include "HostTool/CommandLine.h"
+#include "HostTool/Diff/DiffCommand.h"
 #include "HostTool/Export/ExportCommand.h"
 #include "HostTool/Export/RoisCommand.h"
 #include "HostTool/InfoCommand.h"
@@ -42,6 +43,7 @@ int main(int argc, char** argv)
     HostTool::AddRoisCommand(line);
     HostTool::AddExportCommand(line);
     HostTool::AddVerifyCommand(line);
+    HostTool::AddDiffCommand(line);
     HostTool::AddTilesCommand(line);
     HostTool::AddFilesCommand(line);
     HostTool::AddTreeCommand(line);

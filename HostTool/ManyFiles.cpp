@@ -139,15 +139,15 @@ private:
     struct CRunning
     {
         size_t Number = 0;
-        std::unique_ptr<CCapture> Output;
-        std::unique_ptr<CCapture> Errors;
+        std::shared_ptr<CCapture> Output;
+        std::shared_ptr<CCapture> Errors;
     };
 
     bool IsOver() const { return _Signal != 0 || (_Options.IsFailFast && _Worst != ExitCode::Done); }
 
     void Start(size_t number)
     {
-        CRunning running{number, std::make_unique<CCapture>(), std::make_unique<CCapture>()};
+        CRunning running{number, std::make_shared<CCapture>(), std::make_shared<CCapture>()};
         const pid_t child = _Children.Start(
             [&]
             {

@@ -3,12 +3,9 @@
 #include <filesystem>
 #include <sys/types.h>
 
-namespace HostTool
-{
-
 /// The names of files that are being written, in memory that a process shares with the children it starts. Whoever
 /// waits for a child can thus take away what the child left, however it ended.
-namespace PartFiles
+namespace HostTool::PartFiles
 {
 
 /// Makes the shared memory; to be called before a child is started that writes files. Throws std::bad_alloc.
@@ -23,6 +20,4 @@ void Forget(const std::filesystem::path& path);
 /// Takes away the files that are still noted for a process, which has ended.
 void RemoveThoseOf(pid_t process);
 
-} // namespace PartFiles
-
-} // namespace HostTool
+} // namespace HostTool::PartFiles

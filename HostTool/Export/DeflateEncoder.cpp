@@ -3,6 +3,7 @@
 #include <cstring>
 #include <new>
 #include <zlib.h>
+#include <zstd.h>
 
 namespace HostTool
 {
@@ -11,6 +12,7 @@ namespace
 {
 
 constexpr int CompressionLevel = 4; // twice as fast as the usual one, and a few percent larger
+constexpr int ZstdLevel = 3;        // smaller than Deflate all the same
 
 /// Each number becomes its difference from the one of the same component in the pixel before it.
 template <typename Number>
@@ -57,6 +59,19 @@ std::vector<uint8_t> EncodeDeflate(const CPixelTarget& pixels)
     uLongf encodedSize = compressBound(size);
     std::vector<uint8_t> encoded(encodedSize);
     if (compress2(encoded.data(), &encodedSize, pixels.Pixels, size, CompressionLevel) != Z_OK)
+        throw std::bad_alloc();
+    encoded.resize(encodedSize);
+    return encoded;
+}
+
+std::vector<uint8_t> EncodeZstd(const CPixelTarget& pixels)
+{
+    if (HasDifferences(pixels.Format))
+        TakeDifferences(pixels);
+    const size_t size = pixels.Stride * pixels.Height;
+    std::vector<uint8_t> encoded(ZSTD_compressBound(size));
+    const size_t encodedSize = ZSTD_compress(encoded.data(), encoded.size(), pixels.Pixels, size, ZstdLevel);
+    if (ZSTD_isError(encodedSize))
         throw std::bad_alloc();
     encoded.resize(encodedSize);
     return encoded;

@@ -1,6 +1,8 @@
 #pragma once
 
 #include "HostTool/CommandLine.h"
+#include "HostTool/Export/ExportSelection.h"
+#include "HostTool/Export/Recompression.h"
 #include "HostTool/Pixels/Stitch.h"
 
 namespace HostTool
@@ -8,7 +10,14 @@ namespace HostTool
 
 struct CExportRequest
 {
-    std::optional<int> Group;          ///< all of them if not set
+    std::optional<int> Group; ///< all of them if not set
+    CExportSelection Selection;
+    bool IsFlat = false; ///< levels in a row, with a description that OpenSlide reads
+    bool HasThumbnail = false;
+    bool HasOverview = false;
+    bool IsStripped = false; ///< without what may tell a person, a case or a laboratory
+    std::optional<CRecompression>
+        Recompression;                 ///< of all tiles; otherwise of those that can't be copied, without loss
     std::optional<CColour> Background; ///< of what has no tile; nothing: the one that fits, see BackgroundOf
     std::optional<ValueKind> Values;
     unsigned Jobs = 1;

@@ -27,14 +27,18 @@ std::string TextOfSize(const CLevel& level)
 }
 
 /// Why a TIFF file cannot hold the tiles as they are; empty if it can.
-std::string WhyNotAsStored(const CGroupPixels& pixels, const CLevel& level)
+std::string WhyNotAsStored(const CGroupPixels& pixels, const CLevel& level, const CPlanRules& rules)
 {
+    if (rules.IsRecompressed)
+        return "that is asked for";
     for (const CChannelPixels& channel : pixels.Channels())
     {
         if (channel.Coding == TileCoding::Png)
             return "its tiles are PNG";
         if (channel.Coding == TileCoding::Bmp)
             return "its tiles are BMP";
+        if (rules.IsForOpenSlide && channel.Coding == TileCoding::Raw)
+            return "OpenSlide reads no raw tiles beside a thumbnail";
         if (channel.IsBlueFirst && channel.Coding == TileCoding::Raw)
             return "its pixels have blue first";
     }
@@ -50,46 +54,112 @@ bool BeginsWithTile(const CLevel& level, int64_t x, int64_t y)
     return x % level.TileWidth == 0 && y % level.TileHeight == 0;
 }
 
-CPixelRect RectFrom(const CLevel& level, int64_t x, int64_t y)
+/// The part of a level that shows what a part of another level shows, at least a pixel. An edge of the picture stays
+/// one.
+CPixelRect SamePart(const CPixelRect& part, const CLevel& ofPart, const CLevel& level)
 {
-    return {x, y, level.Picture.Right() - x, level.Picture.Bottom() - y};
+    const CPixelRect& from = ofPart.Picture;
+    const CPixelRect& to = level.Picture;
+    if (from.IsEmpty() || to.IsEmpty())
+        return {};
+    const double zoomOut = static_cast<double>(from.Width) / static_cast<double>(to.Width);
+    const auto scaled = [&](int64_t distance) -> int64_t
+    { return std::llround(static_cast<double>(distance) / zoomOut); };
+    const int64_t x = std::min(to.X + scaled(part.X - from.X), to.Right() - 1);
+    const int64_t y = std::min(to.Y + scaled(part.Y - from.Y), to.Bottom() - 1);
+    const int64_t right = part.Right() == from.Right() ? to.Right() : to.X + scaled(part.Right() - from.X);
+    const int64_t bottom = part.Bottom() == from.Bottom() ? to.Bottom() : to.Y + scaled(part.Bottom() - from.Y);
+    return {x, y, std::clamp(right, x + 1, to.Right()) - x, std::clamp(bottom, y + 1, to.Bottom()) - y};
 }
 
-CLevelPlan PlanOfFinest(const CGroupPixels& pixels, const CLevel& level)
+/// Makes a level begin with a whole tile.
+void BeginWithTile(CLevelPlan& plan)
+{
+    const CTileRange range = TilesOf(*plan.Level, {plan.Rect.X, plan.Rect.Y, 1, 1});
+    const CPixelRect tile = plan.Level->TileRect(range.FirstCol, range.FirstRow);
+    plan.Rect = {tile.X, tile.Y, plan.Wanted.Right() - tile.X, plan.Wanted.Bottom() - tile.Y};
+}
+
+CLevelPlan PlanOfFinest(const CGroupPixels& pixels, const CLevel& level, const CExportSelection& selection,
+                        const CPixelRect& wanted, const CPlanRules& rules)
 {
     CLevelPlan plan;
     plan.Level = &level;
-    plan.WhyNotAsStored = WhyNotAsStored(pixels, level);
-    plan.Rect = level.Picture;
-    if (!plan.IsAsStored())
+    plan.WhyNotAsStored = WhyNotAsStored(pixels, level, rules);
+    plan.Wanted = plan.Rect = SamePart(wanted, pixels.Level(0), level);
+    if (!plan.IsAsStored() || plan.Rect.IsEmpty())
         return plan;
-    const CTileRange range = TilesOf(level, level.Picture);
-    const CPixelRect firstTile = level.TileRect(range.FirstCol, range.FirstRow);
-    plan.Rect = RectFrom(level, firstTile.X, firstTile.Y);
+    // A rectangle is what was asked for, a whole picture is there for its tiles.
+    if (!selection.Rect || selection.IsBegunWithWholeTile)
+        BeginWithTile(plan);
+    else if (!BeginsWithTile(level, plan.Rect.X, plan.Rect.Y))
+        plan.WhyNotAsStored = "the rectangle begins within a tile (--whole-tiles widens it)";
     return plan;
 }
 
-CLevelPlan PlanOfLevel(const CGroupPixels& pixels, const CLevel& level, const CLevelPlan& finest)
+CLevelPlan PlanOfLevel(const CGroupPixels& pixels, const CLevel& level, const CLevelPlan& finest,
+                       const CPlanRules& rules)
 {
     CLevelPlan plan;
     plan.Level = &level;
-    plan.WhyNotAsStored = WhyNotAsStored(pixels, level);
-    const CPixelRect& picture = finest.Level->Picture;
-    const double zoomOut = static_cast<double>(picture.Width) / static_cast<double>(level.Picture.Width);
-    const auto scaled = [&](int64_t margin) { return std::llround(static_cast<double>(margin) / zoomOut); };
-    const int64_t x = level.Picture.X - scaled(picture.X - finest.Rect.X);
-    const int64_t y = level.Picture.Y - scaled(picture.Y - finest.Rect.Y);
-    plan.Rect = RectFrom(level, x, y);
-    if (plan.IsAsStored() && !BeginsWithTile(level, x, y))
-        plan.WhyNotAsStored = "its tiles do not begin where those of level 0 do";
+    plan.WhyNotAsStored = WhyNotAsStored(pixels, level, rules);
+    plan.Wanted = SamePart(finest.Wanted, *finest.Level, level);
+    plan.Rect = SamePart(finest.Rect, *finest.Level, level);
+    if (plan.IsAsStored() && !BeginsWithTile(level, plan.Rect.X, plan.Rect.Y))
+        plan.WhyNotAsStored =
+            "its tiles do not begin where those of level " + std::to_string(finest.Level->Level) + " do";
     return plan;
 }
 
-void SetTileSize(CLevelPlan& plan)
+/// Whether a level fits into one tile, so that what is below it adds nothing.
+bool IsOneTile(const CLevelPlan& plan)
+{
+    return plan.Rect.Width <= plan.Level->TileWidth && plan.Rect.Height <= plan.Level->TileHeight;
+}
+
+/// The selected part of level 0.
+CPixelRect WantedPart(const CGroupPixels& pixels, const CExportSelection& selection)
+{
+    const CPixelRect& picture = pixels.Level(0).Picture;
+    if (!selection.Rect)
+        return picture;
+    const CPixelRect& rect = *selection.Rect;
+    const CPixelRect part = Intersection({picture.X + rect.X, picture.Y + rect.Y, rect.Width, rect.Height}, picture);
+    if (part.IsEmpty())
+        throw CHostError(ExitCode::WrongUsage, pixels.Document().Path().string() +
+                                                   ": --rect: the rectangle lies beside the picture of " +
+                                                   std::to_string(picture.Width) + " x " +
+                                                   std::to_string(picture.Height) + " pixels; give one that is in it");
+    return part;
+}
+
+/// Throws CHostError if there is none of the selected levels.
+void RequireLevels(const CGroupPixels& pixels, const CRange& levels)
+{
+    const int64_t last = levels.IsAll() || levels.Last == CRange().Last ? levels.First : levels.Last;
+    if (last >= pixels.NumOfLevels())
+        throw CHostError(ExitCode::WrongUsage, pixels.Document().Path().string() + ": there is no level " +
+                                                   std::to_string(last) + " in " + NameOfGroup(pixels.Group()) +
+                                                   "; the last one is " + std::to_string(pixels.NumOfLevels() - 1));
+    pixels.Level(static_cast<int>(levels.First)); // throws if it has no data
+}
+
+/// A size of tiles that is no larger than that of the picture, if there is one.
+uint32_t Within(uint32_t tileSize, int64_t pictureSize)
+{
+    const int64_t most = std::max<int64_t>(pictureSize / TileUnit * TileUnit, TileUnit);
+    return static_cast<uint32_t>(std::min<int64_t>(tileSize, most));
+}
+
+void SetTileSize(CLevelPlan& plan, const CPlanRules& rules)
 {
     const auto usable = [](uint32_t size) { return IsTileSize(size) && size <= MostTileSize ? size : UsualTileSize; };
     plan.TileWidth = plan.IsAsStored() ? plan.Level->TileWidth : usable(plan.Level->TileWidth);
     plan.TileHeight = plan.IsAsStored() ? plan.Level->TileHeight : usable(plan.Level->TileHeight);
+    if (plan.IsAsStored() || !rules.IsForOpenSlide)
+        return;
+    plan.TileWidth = Within(plan.TileWidth, plan.Rect.Width);
+    plan.TileHeight = Within(plan.TileHeight, plan.Rect.Height);
 }
 
 /// A damaged document may tell of a picture of any size: what is written has to be in proportion to what there is.
@@ -124,15 +194,26 @@ CPlaceInGrid PlaceOf(const CLevelPlan& plan, uint64_t col, uint64_t row)
 
 } // namespace
 
-std::vector<CLevelPlan> PlanOf(const CGroupPixels& pixels)
+std::vector<CLevelPlan> PlanOf(const CGroupPixels& pixels, const CExportSelection& selection, const CPlanRules& rules)
 {
-    std::vector<CLevelPlan> plans = {PlanOfFinest(pixels, pixels.Level(0))};
-    for (int level = 1; level < pixels.NumOfLevels(); ++level)
+    RequireLevels(pixels, selection.Levels);
+    const auto first = static_cast<int>(selection.Levels.First);
+    const auto end = static_cast<int>(std::min<int64_t>(selection.Levels.Last, pixels.NumOfLevels() - 1)) + 1;
+    std::vector<CLevelPlan> plans = {
+        PlanOfFinest(pixels, pixels.Level(first), selection, WantedPart(pixels, selection), rules)};
+    for (int level = first + 1; level < end; ++level)
+    {
+        if (selection.Rect && IsOneTile(plans.back()))
+            break;
         if (pixels.HasLevel(level) && !pixels.Level(level).Picture.IsEmpty())
-            plans.push_back(PlanOfLevel(pixels, pixels.Level(level), plans.front()));
+            plans.push_back(PlanOfLevel(pixels, pixels.Level(level), plans.front(), rules));
+    }
+    if (rules.IsForOpenSlide)
+        while (plans.size() > 1 && std::min(plans.back().Rect.Width, plans.back().Rect.Height) < TileUnit)
+            plans.pop_back();
     for (CLevelPlan& plan : plans)
     {
-        SetTileSize(plan);
+        SetTileSize(plan, rules);
         RequireProportion(pixels, plan);
     }
     return plans;

@@ -31,8 +31,8 @@ struct CFree
 };
 
 /// The library leaves a failing call by longjmp: nothing with a destructor may live in here. `out` is to be freed even
-/// after a failure.
-bool Compress(const uint8_t* row, uint32_t width, uint32_t height, const CJpegHeader& like, unsigned char*& out,
+/// after a failure. A stride of 0 repeats the first row.
+bool Compress(const CPixelTarget& pixels, const CJpegHeader& like, int quality, unsigned char*& out,
               unsigned long& size)
 {
     jpeg_compress_struct jpeg{};
@@ -47,8 +47,8 @@ bool Compress(const uint8_t* row, uint32_t width, uint32_t height, const CJpegHe
     }
     jpeg_create_compress(&jpeg);
     jpeg_mem_dest(&jpeg, &out, &size);
-    jpeg.image_width = width;
-    jpeg.image_height = height;
+    jpeg.image_width = pixels.Width;
+    jpeg.image_height = pixels.Height;
     jpeg.input_components = static_cast<int>(like.NumOfComponents);
     jpeg.in_color_space = like.NumOfComponents == 3 ? JCS_RGB : JCS_GRAYSCALE;
     jpeg_set_defaults(&jpeg);
@@ -56,14 +56,27 @@ bool Compress(const uint8_t* row, uint32_t width, uint32_t height, const CJpegHe
         jpeg_set_colorspace(&jpeg, JCS_RGB);
     jpeg.comp_info[0].h_samp_factor = like.HorizontalSampling;
     jpeg.comp_info[0].v_samp_factor = like.VerticalSampling;
-    jpeg_set_quality(&jpeg, 100, TRUE);
+    jpeg_set_quality(&jpeg, quality, TRUE);
     jpeg_start_compress(&jpeg, TRUE);
-    auto rows = const_cast<JSAMPROW>(row);
     while (jpeg.next_scanline < jpeg.image_height)
-        jpeg_write_scanlines(&jpeg, &rows, 1);
+    {
+        JSAMPROW row = pixels.Row(jpeg.next_scanline);
+        jpeg_write_scanlines(&jpeg, &row, 1);
+    }
     jpeg_finish_compress(&jpeg);
     jpeg_destroy_compress(&jpeg);
     return true;
+}
+
+std::vector<uint8_t> Compressed(const CPixelTarget& pixels, const CJpegHeader& like, int quality)
+{
+    unsigned char* out = nullptr;
+    unsigned long size = 0;
+    const bool isDone = Compress(pixels, like, quality, out, size);
+    const std::unique_ptr<unsigned char, CFree> owner(out);
+    if (!isDone)
+        throw CTileError("a JPEG stream like those of the tiles cannot be made");
+    return {out, out + size};
 }
 
 } // namespace
@@ -84,14 +97,17 @@ std::vector<uint8_t> EncodeJpegOfOneColour(const CColour& colour, uint32_t width
     if (like.NumOfComponents != 1 && like.NumOfComponents != 3)
         throw CTileError("a JPEG stream of " + std::to_string(like.NumOfComponents) + " components cannot be made");
     const CPixelFormat format{like.NumOfComponents, 1, ValueKind::Unsigned};
-    const std::vector<uint8_t> row = RawOfOneColour(colour, width, 1, format);
-    unsigned char* out = nullptr;
-    unsigned long size = 0;
-    const bool isDone = Compress(row.data(), width, height, like, out, size);
-    const std::unique_ptr<unsigned char, CFree> owner(out);
-    if (!isDone)
-        throw CTileError("a JPEG stream like those of the tiles cannot be made");
-    return {out, out + size};
+    std::vector<uint8_t> row = RawOfOneColour(colour, width, 1, format);
+    constexpr int bestQuality = 100;
+    return Compressed({row.data(), 0, width, height, format}, like, bestQuality);
+}
+
+std::vector<uint8_t> EncodeJpeg(const CPixelTarget& pixels, int quality, uint16_t sampling)
+{
+    CJpegHeader like;
+    like.NumOfComponents = pixels.Format.NumOfComponents;
+    like.HorizontalSampling = like.VerticalSampling = pixels.Format.IsColour() ? sampling : uint16_t{1};
+    return Compressed(pixels, like, quality);
 }
 
 } // namespace HostTool

@@ -265,9 +265,11 @@ public:
 
 private:
     const CPixelRect& Rect() const { return _Image.Plan->front().Rect; }
+    /// The finest level that is exported.
+    const CLevel& Finest() const { return *_Image.Plan->front().Level; }
     std::pair<int64_t, int64_t> Margin() const
     {
-        const CPixelRect& picture = _Image.Plan->front().Level->Picture;
+        const CPixelRect& picture = Finest().Picture;
         return {picture.X - Rect().X, picture.Y - Rect().Y};
     }
     std::string RoiName(size_t roi) const { return "ROI:" + _Number + "." + std::to_string(roi); }
@@ -286,9 +288,9 @@ private:
     void WritePixels(Node image) const
     {
         const CGroupPixels& pixels = *_Image.Pixels;
-        const CAxisSizes& axes = pixels.Axes();
-        const CPixelFormat& format = pixels.Channels().front().Format;
-        const CLevel& finest = pixels.Level(0);
+        const CAxisSizes& axes = _Image.Planes->Sizes();
+        const std::vector<uint32_t>& channels = _Image.Planes->Channels();
+        const CPixelFormat& format = pixels.Channel(channels.front()).Format;
         Node node = AddChild(image, "Pixels");
         Set(node, "ID", "Pixels:" + _Number);
         Set(node, "DimensionOrder", std::string("XYCZT"));
@@ -300,30 +302,19 @@ private:
         SetCount(node, "SizeX", static_cast<uint64_t>(Rect().Width));
         SetCount(node, "SizeY", static_cast<uint64_t>(Rect().Height));
         SetCount(node, "SizeZ", static_cast<uint64_t>(axes.Z));
-        SetCount(node, "SizeC", pixels.Channels().size() * static_cast<uint64_t>(axes.Lambda) * format.NumOfComponents);
+        SetCount(node, "SizeC", channels.size() * static_cast<uint64_t>(axes.Lambda) * format.NumOfComponents);
         SetCount(node, "SizeT", static_cast<uint64_t>(axes.T));
-        SetMeasured(node, "PhysicalSizeX", finest.PixelWidth, "µm");
-        SetMeasured(node, "PhysicalSizeY", finest.PixelHeight, "µm");
+        SetMeasured(node, "PhysicalSizeX", Finest().PixelWidth, "µm");
+        SetMeasured(node, "PhysicalSizeY", Finest().PixelHeight, "µm");
         SetMeasured(node, "PhysicalSizeZ", StepInMicrometres(*_Image.Facts, AC_AT_Z), "µm");
         if (const CAxisFacts* time = AxisOf(*_Image.Facts, AC_AT_TIME); time && time->Step.value_or(0) > 0)
             SetMeasured(node, "TimeIncrement", time->Step, "s");
         WriteChannels(node);
-        const auto planes = PlanesOf(pixels);
+        const auto planes = _Image.Planes->Planes();
         for (size_t plane = 0; plane < planes.size(); ++plane)
             WriteTiffData(node, planes[plane], plane);
         for (const CPosition& plane : planes)
             WritePlane(node, plane);
-    }
-
-    /// The index of a plane on the axis of channels, which holds wavelengths as well.
-    uint64_t ChannelIndex(const CPosition& plane) const
-    {
-        const auto& channels = _Image.Pixels->Channels();
-        const auto channel =
-            std::find_if(channels.begin(), channels.end(),
-                         [&](const CChannelPixels& candidate) { return candidate.ID == plane.Channel; });
-        return static_cast<uint64_t>(channel - channels.begin()) * static_cast<uint64_t>(_Image.Pixels->Axes().Lambda) +
-               static_cast<uint64_t>(plane.Lambda);
     }
 
     void WriteChannels(Node node) const
@@ -355,9 +346,9 @@ private:
 
     void SetIndexes(Node node, const CPosition& plane, const std::string& prefix) const
     {
-        SetCount(node, (prefix + "Z").c_str(), static_cast<uint64_t>(plane.Z));
-        SetCount(node, (prefix + "C").c_str(), ChannelIndex(plane));
-        SetCount(node, (prefix + "T").c_str(), static_cast<uint64_t>(plane.T));
+        SetCount(node, (prefix + "Z").c_str(), static_cast<uint64_t>(plane.Z - _Image.Planes->FirstZ()));
+        SetCount(node, (prefix + "C").c_str(), _Image.Planes->ChannelIndex(plane));
+        SetCount(node, (prefix + "T").c_str(), static_cast<uint64_t>(plane.T - _Image.Planes->FirstT()));
     }
 
     void WriteTiffData(Node node, const CPosition& plane, size_t number) const
@@ -370,8 +361,8 @@ private:
 
     void WritePlane(Node node, const CPosition& position) const
     {
-        const auto time = _Image.Times.at(static_cast<size_t>(position.T));
-        const auto depth = _Image.Depths.at(static_cast<size_t>(position.Z));
+        const auto time = _Image.Times.at(static_cast<size_t>(position.T - _Image.Planes->FirstT()));
+        const auto depth = _Image.Depths.at(static_cast<size_t>(position.Z - _Image.Planes->FirstZ()));
         Node plane = AddChild(node, "Plane");
         SetIndexes(plane, position, "The");
         SetMeasured(plane, "DeltaT", time, "s");
@@ -381,9 +372,14 @@ private:
     /// Vertices in pixels of the exported picture.
     std::vector<std::pair<double, double>> VerticesOf(const CRegionFacts& region) const
     {
+        // They are told in pixels of level 0, which need not be exported.
+        const CPixelRect& picture = _Image.Pixels->Level(0).Picture;
+        const double zoomOut = static_cast<double>(picture.Width) / static_cast<double>(Finest().Picture.Width);
         std::vector<std::pair<double, double>> vertices;
         for (const CRegionPoint& point : region.Points)
-            vertices.emplace_back(static_cast<double>(point.X - Rect().X), static_cast<double>(point.Y - Rect().Y));
+            vertices.emplace_back(
+                static_cast<double>(point.X - picture.X) / zoomOut + static_cast<double>(Margin().first),
+                static_cast<double>(point.Y - picture.Y) / zoomOut + static_cast<double>(Margin().second));
         return vertices;
     }
 
@@ -422,18 +418,31 @@ private:
     std::string _Number;
 };
 
-} // namespace
-
-std::vector<CPosition> PlanesOf(const CGroupPixels& pixels)
+void WritePicture(Node ome, const COmePicture& picture, size_t number)
 {
-    std::vector<CPosition> planes;
-    for (int64_t t = 0; t < pixels.Axes().T; ++t)
-        for (int64_t z = 0; z < pixels.Axes().Z; ++z)
-            for (const CChannelPixels& channel : pixels.Channels())
-                for (int64_t lambda = 0; lambda < pixels.Axes().Lambda; ++lambda)
-                    planes.push_back({channel.ID, z, t, lambda});
-    return planes;
+    const CFurtherPicture& facts = *picture.Picture;
+    Node image = AddChild(ome, "Image");
+    Set(image, "ID", "Image:" + std::to_string(number));
+    Set(image, "Name", facts.Name);
+    Node pixels = AddChild(image, "Pixels");
+    Set(pixels, "ID", "Pixels:" + std::to_string(number));
+    Set(pixels, "DimensionOrder", std::string("XYCZT"));
+    Set(pixels, "Type", OmeTypeOf(facts.Format));
+    Set(pixels, "Interleaved", std::string(facts.Format.IsColour() ? "true" : "false"));
+    SetCount(pixels, "SizeX", facts.Width);
+    SetCount(pixels, "SizeY", facts.Height);
+    SetCount(pixels, "SizeZ", 1);
+    SetCount(pixels, "SizeC", facts.Format.NumOfComponents);
+    SetCount(pixels, "SizeT", 1);
+    Node channel = AddChild(pixels, "Channel");
+    Set(channel, "ID", "Channel:" + std::to_string(number) + ":0");
+    SetCount(channel, "SamplesPerPixel", facts.Format.NumOfComponents);
+    Node data = AddChild(pixels, "TiffData");
+    SetCount(data, "IFD", picture.Directory);
+    SetCount(data, "PlaneCount", 1);
 }
+
+} // namespace
 
 std::string OmeTypeOf(const CPixelFormat& format)
 {
@@ -460,7 +469,8 @@ std::optional<double> Micrometres(double value, const std::string& unit)
     return exponent >= 0 ? value * std::pow(10.0, exponent) : value / std::pow(10.0, -exponent);
 }
 
-std::string OmeXmlOf(const CDocumentFacts& document, const std::vector<COmeImage>& images)
+std::string OmeXmlOf(const CDocumentFacts& document, const std::vector<COmeImage>& images,
+                     const std::vector<COmePicture>& pictures)
 {
     pugi::xml_document xml;
     Node declaration = xml.append_child(pugi::node_declaration);
@@ -485,6 +495,8 @@ std::string OmeXmlOf(const CDocumentFacts& document, const std::vector<COmeImage
         writer.WriteInstrument(ome, document);
     for (const CImageWriter& writer : writers)
         writer.WriteImage(ome, document);
+    for (size_t i = 0; i < pictures.size(); ++i)
+        WritePicture(ome, pictures[i], images.size() + i);
     Node annotations = AddChild(ome, "StructuredAnnotations");
     for (const CImageWriter& writer : writers)
         writer.WriteAnnotation(annotations, document);

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "HostTool/DocumentFacts.h"
-#include "HostTool/Export/ExportPlan.h"
+#include "HostTool/Export/FurtherPictures.h"
 #include "HostTool/RegionFacts.h"
 
 namespace HostTool
@@ -13,17 +13,23 @@ struct COmeImage
     const CGroupPixels* Pixels = nullptr;
     const CGroupFacts* Facts = nullptr;
     const std::vector<CLevelPlan>* Plan = nullptr;
+    const CPlaneSelection* Planes = nullptr;
     std::vector<CRegionFacts> Regions;
-    std::vector<std::optional<double>> Times;  ///< in seconds, of each position on the time axis
-    std::vector<std::optional<double>> Depths; ///< in micrometres, of each position on the Z axis
-    uint64_t FirstDirectory = 0;               ///< of its planes in the file, which are in the order of PlanesOf
+    std::vector<std::optional<double>> Times;  ///< in seconds, of each exported position on the time axis
+    std::vector<std::optional<double>> Depths; ///< in micrometres, of each exported position on the Z axis
+    uint64_t FirstDirectory = 0;               ///< of its planes in the file
 };
 
-/// All planes of a group in the order of the file: channels and, within them, wavelengths first, then Z, then time.
-std::vector<CPosition> PlanesOf(const CGroupPixels& pixels);
+/// A picture beside the groups: red, green and blue, or grey.
+struct COmePicture
+{
+    const CFurtherPicture* Picture = nullptr;
+    uint64_t Directory = 0;
+};
 
 /// The facts of the document in the OME data model, as XML in UTF-8.
-std::string OmeXmlOf(const CDocumentFacts& document, const std::vector<COmeImage>& images);
+std::string OmeXmlOf(const CDocumentFacts& document, const std::vector<COmeImage>& images,
+                     const std::vector<COmePicture>& pictures = {});
 
 /// How the OME data model calls numbers of this kind; empty if it has no name for them.
 std::string OmeTypeOf(const CPixelFormat& format);

@@ -19,10 +19,8 @@ bool AreAlike(const CJpegHeader& a, const CJpegHeader& b)
            a.VerticalSampling == b.VerticalSampling;
 }
 
-uint16_t CompressionOf(const CLevelPlan& plan, const CChannelPixels& channel)
+uint16_t CompressionAsStored(const CChannelPixels& channel)
 {
-    if (!plan.IsAsStored())
-        return TiffCompression::Deflate;
     switch (channel.Coding)
     {
     case TileCoding::Jpeg:
@@ -32,6 +30,12 @@ uint16_t CompressionOf(const CLevelPlan& plan, const CChannelPixels& channel)
     default:
         return TiffCompression::None;
     }
+}
+
+/// Of JPEG 2000: it begins with a marker, a file with a box.
+bool IsCodestream(std::span<const uint8_t> bytes)
+{
+    return bytes.size() > 1 && bytes[0] == 0xFF && bytes[1] == 0x4F;
 }
 
 } // namespace
@@ -107,8 +111,10 @@ void CPlaneExport::Note(const CStoredTile& tile, const CLevelPlan& plan, CStored
         facts.AreKnown = true;
         facts.Jpeg = jpeg;
         facts.JpegTables = tile.JpegTables;
-        facts.IsCodestream = tile.Bytes.size() > 1 && tile.Bytes[0] == 0xFF && tile.Bytes[1] == 0x4F;
+        facts.IsCodestream = IsCodestream(tile.Bytes);
     }
+    if (tile.Coding == TileCoding::J2k && !IsCodestream(tile.Bytes))
+        ++_Counts.Jp2Files;
     if (tile.Coding == TileCoding::Jpeg &&
         (!jpeg || !facts.Jpeg || !AreAlike(*jpeg, *facts.Jpeg) || jpeg->Width != plan.TileWidth ||
          jpeg->Height != plan.TileHeight || tile.JpegTables != facts.JpegTables))
@@ -173,7 +179,7 @@ CPlaneExport::CPlaces CPlaneExport::RecompressTiles(const CLevelPlan& plan, cons
                 const CPixelTarget tile{tilePixels.data(), bytesPerTileRow, plan.TileWidth, plan.TileHeight, format};
                 for (uint32_t line = 0; line < plan.TileHeight; ++line)
                     std::memcpy(tile.Row(line), band.Row(line) + col * bytesPerTileRow, bytesPerTileRow);
-                encoded[col] = EncodeDeflate(tile);
+                encoded[col] = _Recompression.Encode(tile);
             });
         for (const auto& tile : encoded)
             places.Add(Append(tile));
@@ -191,12 +197,14 @@ void CPlaneExport::Describe(CTiffDirectory& directory, const CLevelPlan& plan, c
     SetPixelSize(directory, plan.Level->PixelWidth, plan.Level->PixelHeight);
     directory.SetNumber(TiffTag::TileWidth, plan.TileWidth);
     directory.SetNumber(TiffTag::TileLength, plan.TileHeight);
-    const uint16_t compression = CompressionOf(plan, channel);
+    const uint16_t compression = plan.IsAsStored() ? CompressionAsStored(channel) : _Recompression.TiffCompression();
     directory.SetShort(TiffTag::Compression, compression);
     uint16_t photometric = channel.Format.IsColour() ? TiffPhotometric::Rgb : TiffPhotometric::Grey;
     if (compression == TiffCompression::Jpeg && channel.Format.IsColour())
     {
-        const CJpegHeader jpeg = facts.Jpeg.value_or(UsualJpegHeader(plan, channel.Format));
+        CJpegHeader jpeg = facts.Jpeg.value_or(UsualJpegHeader(plan, channel.Format));
+        if (!plan.IsAsStored())
+            jpeg.HorizontalSampling = jpeg.VerticalSampling = _Recompression.JpegSampling();
         if (!jpeg.AreColoursRgb)
         {
             photometric = TiffPhotometric::YCbCr;
@@ -208,7 +216,7 @@ void CPlaneExport::Describe(CTiffDirectory& directory, const CLevelPlan& plan, c
     }
     directory.SetShort(TiffTag::Photometric, photometric);
     constexpr uint16_t differences = 2;
-    if (compression == TiffCompression::Deflate && HasDifferences(channel.Format))
+    if (!plan.IsAsStored() && _Recompression.HasDifferences(channel.Format))
         directory.SetShort(TiffTag::Predictor, differences);
 }
 

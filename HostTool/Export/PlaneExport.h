@@ -1,6 +1,7 @@
 #pragma once
 
 #include "HostTool/Export/ExportPlan.h"
+#include "HostTool/Export/Recompression.h"
 #include "HostTool/Export/TiffFields.h"
 #include "HostTool/Export/TileEncoders.h"
 #include "HostTool/Pixels/Progress.h"
@@ -18,16 +19,18 @@ struct CExportCounts
     uint64_t Recompressed = 0;
     uint64_t Filled = 0;       ///< nothing is stored there, or it can't be read
     uint64_t UnlikeOthers = 0; ///< as stored, but unlike those that the directory speaks of
+    uint64_t Jp2Files = 0;     ///< JPEG 2000 as stored, but not as a bare codestream
 };
 
 /// Writes planes of a group into a TIFF file.
 class CPlaneExport
 {
 public:
-    CPlaneExport(const CGroupPixels& pixels, CTiffWriter& file, const std::optional<CColour>& background, unsigned jobs,
-                 CProgress& progress)
-        : _Pixels(pixels), _File(file), _Background(BackgroundOf(pixels, background)), _Jobs(jobs), _Progress(progress),
-          _Stitcher(pixels, background, jobs)
+    /// `recompression` is for levels that are not copied.
+    CPlaneExport(const CGroupPixels& pixels, CTiffWriter& file, const std::optional<CColour>& background,
+                 const CRecompression& recompression, unsigned jobs, CProgress& progress)
+        : _Pixels(pixels), _File(file), _Background(BackgroundOf(pixels, background)), _Recompression(recompression),
+          _Jobs(jobs), _Progress(progress), _Stitcher(pixels, background, jobs)
     {
     }
 
@@ -81,6 +84,7 @@ private:
     const CGroupPixels& _Pixels;
     CTiffWriter& _File;
     CColour _Background;
+    CRecompression _Recompression;
     unsigned _Jobs;
     CProgress& _Progress;
     CStitcher _Stitcher;

@@ -1,5 +1,6 @@
 #include "HostTool/Export/Proof.h"
 
+#include "HostTool/Export/TiffFields.h"
 #include "HostTool/HostError.h"
 
 #include <tiffio.h>
@@ -16,9 +17,9 @@ struct CProof::CHandle
     TIFF* Tiff;
 };
 
-CProof::CProof(const std::filesystem::path& file, const std::filesystem::path& name,
-               const std::optional<CColour>& background, unsigned jobs, CProgress& progress)
-    : _Name(name), _Background(background), _Jobs(jobs), _Progress(progress)
+CProof::CProof(const std::filesystem::path& file, std::filesystem::path name, const std::optional<CColour>& background,
+               unsigned jobs, CProgress& progress)
+    : _Name(std::move(name)), _Background(background), _Jobs(jobs), _Progress(progress)
 {
     // A compression that is stored is nothing that the library has to know.
     TIFFSetWarningHandler(nullptr);
@@ -75,6 +76,27 @@ void CProof::ProveStored(const CGroupPixels& pixels, const CLevelPlan& plan, con
         }
 }
 
+bool CProof::ReadPixels(uint32_t number, const CPixelTarget& pixels) const
+{
+    uint16_t compression = 0;
+    TIFFGetField(_File->Tiff, TIFFTAG_COMPRESSION, &compression);
+    const auto size = static_cast<tmsize_t>(pixels.Stride * pixels.Height);
+    if (compression != TiffCompression::Jpeg2000 &&
+        compression != TiffCompression::Jpeg2000OfRgb) // which the library does not know
+        return TIFFReadEncodedTile(_File->Tiff, number, pixels.Pixels, size) == size;
+    ByteBuffer bytes;
+    ReadBytes(number, bytes);
+    try
+    {
+        DecodeJ2k(bytes, pixels);
+        return true;
+    }
+    catch (const CTileError&)
+    {
+        return false;
+    }
+}
+
 void CProof::ProveRecompressed(const CGroupPixels& pixels, const CLevelPlan& plan, const CPosition& position)
 {
     const CPixelFormat& format = pixels.Channel(position.Channel).Format;
@@ -92,8 +114,7 @@ void CProof::ProveRecompressed(const CGroupPixels& pixels, const CLevelPlan& pla
                                   plan.TileHeight};
             stitcher.Read(*plan.Level, position, rect, tile);
             const auto number = static_cast<uint32_t>(row * plan.NumOfCols() + col);
-            const auto size = static_cast<tmsize_t>(read.size());
-            if (TIFFReadEncodedTile(_File->Tiff, number, read.data(), size) != size || read != expected)
+            if (!ReadPixels(number, {read.data(), tile.Stride, tile.Width, tile.Height, format}) || read != expected)
                 Fail("the pixels of tile " + std::to_string(number) + " of level " + std::to_string(plan.Level->Level) +
                      ", " + TextOf(position) + " differ");
             ++_Counts.PixelsEqual;
@@ -110,11 +131,17 @@ void CProof::ProvePlane(const CGroupPixels& pixels, const std::vector<CLevelPlan
     TIFFGetField(_File->Tiff, TIFFTAG_SUBIFD, &numOfChildren, &children);
     if (numOfChildren + size_t{1} != plan.size())
         Fail("levels are missing");
-    const std::vector<uint64_t> offsets(children, children + numOfChildren);
+    std::vector<uint64_t> offsets = {offset};
+    offsets.insert(offsets.end(), children, children + numOfChildren);
+    ProveLevels(pixels, plan, position, offsets);
+}
+
+void CProof::ProveLevels(const CGroupPixels& pixels, const std::vector<CLevelPlan>& plan, const CPosition& position,
+                         const std::vector<uint64_t>& offsets)
+{
     for (size_t level = 0; level < plan.size(); ++level)
     {
-        if (level > 0)
-            SelectDirectory(offsets[level - 1]);
+        SelectDirectory(offsets.at(level));
         if (plan[level].IsAsStored())
             ProveStored(pixels, plan[level], position);
         else

@@ -18,8 +18,8 @@ class CProof
 {
 public:
     /// `name` is what the file is going to be called. Throws CHostError if it can't be opened.
-    CProof(const std::filesystem::path& file, const std::filesystem::path& name,
-           const std::optional<CColour>& background, unsigned jobs, CProgress& progress);
+    CProof(const std::filesystem::path& file, std::filesystem::path name, const std::optional<CColour>& background,
+           unsigned jobs, CProgress& progress);
     ~CProof();
     CProof(const CProof&) = delete;
     CProof& operator=(const CProof&) = delete;
@@ -29,6 +29,10 @@ public:
     void ProvePlane(const CGroupPixels& pixels, const std::vector<CLevelPlan>& plan, const CPosition& position,
                     uint64_t offset);
 
+    /// The same with the directories of all levels.
+    void ProveLevels(const CGroupPixels& pixels, const std::vector<CLevelPlan>& plan, const CPosition& position,
+                     const std::vector<uint64_t>& offsets);
+
     const CProofCounts& Counts() const { return _Counts; }
 
 private:
@@ -37,6 +41,8 @@ private:
     void ProveRecompressed(const CGroupPixels& pixels, const CLevelPlan& plan, const CPosition& position);
     /// The bytes of a tile of the present directory; none if they can't be read.
     void ReadBytes(uint32_t number, ByteBuffer& bytes) const;
+    /// The pixels of a tile; false if they can't be read.
+    bool ReadPixels(uint32_t number, const CPixelTarget& pixels) const;
     [[noreturn]] void Fail(const std::string& what) const;
 
     struct CHandle;

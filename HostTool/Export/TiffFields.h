@@ -49,7 +49,9 @@ enum E : uint16_t
     None = 1,
     Jpeg = 7,
     Deflate = 8,
-    Jpeg2000 = 34712
+    Jpeg2000OfRgb = 33005, ///< a bare codestream, which OpenSlide looks for
+    Jpeg2000 = 34712,
+    Zstd = 50000
 };
 }
 

@@ -99,6 +99,19 @@ std::optional<CColour> ParseColour(const std::string& text)
     return CColour{static_cast<uint8_t>(number >> 16), static_cast<uint8_t>(number >> 8), static_cast<uint8_t>(number)};
 }
 
+CPixelRect ParseRect(const std::vector<int64_t>& numbers)
+{
+    constexpr int64_t most = int64_t{1} << 40; // sums of two stay far from the limits
+    for (const int64_t number : numbers)
+        if (number < -most || number > most)
+            throw CHostError(ExitCode::WrongUsage,
+                             "--rect: " + std::to_string(number) + " is out of range; give smaller numbers");
+    const CPixelRect rect{numbers[0], numbers[1], numbers[2], numbers[3]};
+    if (rect.IsEmpty())
+        throw CHostError(ExitCode::WrongUsage, "--rect: a rectangle without pixels; give a width and height above 0");
+    return rect;
+}
+
 void RequireGroup(const CDocument& document, int group)
 {
     const int numOfGroups = document.NumOfGroups();

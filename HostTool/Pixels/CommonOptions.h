@@ -41,6 +41,9 @@ void AddBackgroundOption(CLI::App& command, std::string& colour);
 /// "#FFA000", "FFA000", "white" or "black"; nothing for any other text.
 std::optional<CColour> ParseColour(const std::string& text);
 
+/// X, Y, width and height that were given as --rect. Throws CHostError if they are out of range, or no rectangle.
+CPixelRect ParseRect(const std::vector<int64_t>& numbers);
+
 /// Throws CHostError if there is no such group.
 void RequireGroup(const CDocument& document, int group);
 

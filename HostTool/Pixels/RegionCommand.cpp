@@ -203,19 +203,6 @@ void RequireComplete(const CGroupPixels& pixels, const CRegionMaker& maker)
                      pixels.Document().Path().string() + ": --strict: " + why + "; nothing is written");
 }
 
-CPixelRect ParseRect(const std::vector<int64_t>& numbers)
-{
-    constexpr int64_t most = int64_t{1} << 40; // sums of two stay far from the limits
-    for (const int64_t number : numbers)
-        if (number < -most || number > most)
-            throw CHostError(ExitCode::WrongUsage,
-                             "--rect: " + std::to_string(number) + " is out of range; give smaller numbers");
-    const CPixelRect rect{numbers[0], numbers[1], numbers[2], numbers[3]};
-    if (rect.IsEmpty())
-        throw CHostError(ExitCode::WrongUsage, "--rect: a rectangle without pixels; give a width and height above 0");
-    return rect;
-}
-
 } // namespace
 
 CRegionOutcome WriteRegion(const CDocument& document, const CRegionRequest& request)

@@ -82,7 +82,7 @@ bool HasEnd(TileCoding coding, std::span<const uint8_t> bytes)
 
 std::string WhyNoStream(const CStoredTile& tile)
 {
-    const std::string why = WhyNoBeginning(tile.Coding, tile.Bytes);
+    std::string why = WhyNoBeginning(tile.Coding, tile.Bytes);
     if (!why.empty() || HasEnd(tile.Coding, tile.Bytes))
         return why;
     return tile.Coding == TileCoding::Jpeg ? "its JPEG stream has no end" : "its JPEG 2000 stream has no end";

@@ -58,7 +58,7 @@ int OpenKeepingTheLog(const std::filesystem::path& document)
     try
     {
         const CPluginHost host = BuiltInPlugin();
-        CDocument(host, document);
+        const CDocument opened(host, document);
         return 0;
     }
     catch (const std::exception&)
@@ -91,7 +91,7 @@ std::string ReasonOf(const std::filesystem::path& document)
         return {};
     Last = static_cast<LastLine*>(memory);
     const CChildEnd end = RunInChild([&] { return OpenKeepingTheLog(document); });
-    const std::string reason = end.ExitCode == 0 && !end.IsEarly() ? "" : Last->data();
+    std::string reason = end.ExitCode == 0 && !end.IsEarly() ? "" : Last->data();
     munmap(memory, sizeof(LastLine));
     return reason;
 }

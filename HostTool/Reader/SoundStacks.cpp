@@ -44,7 +44,7 @@ void BuildImages(CDocumentOfSoundStacks& document, const std::filesystem::path& 
 {
     const CommonUtil::CLock lock(document.ThreadSafetyMutex());
     for (const auto& [id, image] : document.MultiDimImages())
-        if (CIA::DimensionOf(*image, CIA::DimensionType::DimensionType_P).NumOfPoints() < 1)
+        if (image->DimensionOf(CIA::DimensionType::DimensionType_P).NumOfPoints() < 1)
             throw FailedCall(path, "cannot open", AC_RESULT_FAILURE);
     if (document.MultiDimImages().empty())
         throw FailedCall(path, "cannot open", AC_RESULT_MISSING_FILE);

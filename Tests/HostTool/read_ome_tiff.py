@@ -1,8 +1,8 @@
 """Tells what Python's tifffile finds in an OME-TIFF file, as JSON on a line. With a picture as well: whether the pixels
 of the file's first series and level are those of the picture.
 
-Debian has no imagecodecs, the package by which tifffile decodes JPEG; a decoder with Pillow stands in for it, which gets
-from tifffile what that one would get."""
+Debian has no imagecodecs, the package by which tifffile decodes JPEG and JPEG 2000; decoders with Pillow stand in for it,
+which get from tifffile what those would get."""
 
 import io
 import json
@@ -28,7 +28,12 @@ def jpeg_decode(data, tables=None, outcolorspace=None, **_):
     return numpy.asarray(picture)
 
 
+def jpeg2k_decode(data, **_):
+    return numpy.asarray(PIL.Image.open(io.BytesIO(data)))
+
+
 tifffile.tifffile.imagecodecs.jpeg_decode = jpeg_decode
+tifffile.tifffile.imagecodecs.jpeg2k_decode = jpeg2k_decode
 
 with tifffile.TiffFile(sys.argv[1]) as file:
     ome = ElementTree.fromstring(file.ome_metadata)
