@@ -85,9 +85,8 @@ CCommandLine::CCommandLine()
         ShowLog(NamesOfLogLevels().at(level));
     };
     _App->add_option_function<std::string>("--log", showLog,
-                                           "show the log on standard error, from this level on; the plug-in's layers "
-                                           "are then those that zel is linked "
-                                           "with, since a loaded one hands its log to nobody")
+                                           "show the log on standard error, from this level on; the plug-in is then "
+                                           "the one that zel is linked with")
         ->check(CLI::IsMember(NamesOfLogLevels()))
         ->excludes("--plugin");
 }

@@ -20,7 +20,7 @@ enum class LogLevel
 const std::map<std::string, LogLevel>& NamesOfLogLevels();
 
 /// Prints the log of the reader's layers that are linked into this program on standard error from now on. A plug-in
-/// that is loaded has a log of its own, which it hands out to nobody.
+/// that is loaded has a log of its own, which goes where ZEL_LOG says.
 void ShowLog(LogLevel level);
 
 /// Why the reader gives a document up when it opens it, or ends its process at it: the last line of its log; empty if

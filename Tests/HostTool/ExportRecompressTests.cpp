@@ -70,7 +70,7 @@ TEST_P(ZelExportWithoutLoss, HasThePixelsOfJpegTiles)
     WriteSlide(Slide(StoreCompression::Jpeg));
     const auto result = Export({"--recompress", GetParam().Option, "--prove"});
     EXPECT_EQ(result.Errors, "");
-    EXPECT_THAT(result.Output, HasSubstr("; 0 tiles as stored, 29 recompressed, 0 background"));
+    EXPECT_THAT(result.Output, HasSubstr("; 0 tiles as stored, 29 recompressed, 0 filled"));
     EXPECT_THAT(result.Output, HasSubstr("0 tiles equal byte for byte, 29 pixel for pixel"));
     EXPECT_EQ(File().Short(TIFFTAG_COMPRESSION), GetParam().Number);
 }
