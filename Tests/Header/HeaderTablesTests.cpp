@@ -219,7 +219,7 @@ TEST_F(TablesOfTheHeader, HaveEachSetThatThePluginKnows)
 TEST_F(TablesOfTheHeader, TellTheParametersThatASetNeeds)
 {
     Open(Document().With(Stack(1).Z(2)));
-    const AC_HAREA area = Area(Group(), 0, 0);
+    AC_HAREA area = Area(Group(), 0, 0);
     for (const auto& [name, set] : OfAreas)
     {
         // An unknown parameter comes first: it is not looked at once the set is there.

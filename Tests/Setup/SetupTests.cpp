@@ -37,7 +37,7 @@ protected:
     /// Leaves the build folder as it is once the checkout of that name was configured.
     void ConfiguredAs(const fs::path& checkout) const
     {
-        std::ofstream(Checkout / "build/release/build.ninja");
+        std::ofstream(Checkout / "build/release/build.ninja") << "";
         std::ofstream(Checkout / "build/release/CMakeCache.txt")
             << "CMAKE_HOME_DIRECTORY:INTERNAL=" << checkout.string() << "\n";
     }

@@ -17,10 +17,10 @@ class CZelMultiDimImage;
 /// The records of one level of a store.
 struct CLevelOfStore
 {
-    uint32_t Level;
-    CTileExtent Extent;
+    uint32_t Level = 0;
+    CTileExtent Extent{CDecompressedKorTileIdx()};
     CFrameIdx GreatestFrameIdx; ///< on each dimension by itself
-    uint16_t TiffIfd;           ///< the directory of the first record; 0 in a binary store
+    uint16_t TiffIfd = 0;       ///< the directory of the first record; 0 in a binary store
 };
 
 /// The tile store of one stack: the file beside the document that holds all its pixels. Opening it brings in everything

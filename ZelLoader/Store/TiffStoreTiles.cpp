@@ -142,7 +142,9 @@ CTiffPlanesByFrame::CTiffPlanesByFrame(const std::vector<CTiffStoreLevel>& level
 
 std::span<const CTiffPlanesByFrame::CPlane> CTiffPlanesByFrame::PlanesOf(const CFrameIdx& idx) const
 {
-    return std::ranges::equal_range(_Planes, _FrameNumbers.NumberOf(idx), {}, &CPlane::FrameNumber);
+    const uint64_t number = _FrameNumbers.NumberOf(idx);
+    return {std::ranges::lower_bound(_Planes, number, {}, &CPlane::FrameNumber),
+            std::ranges::upper_bound(_Planes, number, {}, &CPlane::FrameNumber)};
 }
 
 std::unique_ptr<CTiffStoreFrameTiles> MakeTiffStoreFrameTiles(CZelFrame& frame)
