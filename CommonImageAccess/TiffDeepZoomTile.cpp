@@ -165,6 +165,12 @@ std::vector<unsigned char> CTiffDeepZoomTile::ReadUpTo(uint64_t need)
     return bytes;
 }
 
+uint32_t NumOfTilesAcross(uint32_t pixels, uint32_t pixelsOfTile)
+{
+    ZEL_ASSERT(pixelsOfTile != 0);
+    return pixels / pixelsOfTile + (pixels % pixelsOfTile != 0 ? 1 : 0);
+}
+
 uint32_t SizeOfRect(const CPixelRect& r, uint64_t b)
 {
     return ToUint32WithCheck(MultiplyWithCheck(MultiplyWithCheck(r.Width(), b), r.Height()));

@@ -37,6 +37,9 @@ private:
     uint32_t CheckedRawStripSize(const CPlace& place, TIFF* tif);
 };
 
+/// How many tiles cover so many pixels of a row or column; the last one may reach beyond them.
+uint32_t NumOfTilesAcross(uint32_t pixels, uint32_t pixelsOfTile);
+
 /// The bytes that the pixels of `r` take, `b` each; asserts that 32 bits hold their number.
 uint32_t SizeOfRect(const CPixelRect& r, uint64_t b);
 /// Copies `r`, `b` bytes a pixel, out of pixels that lie in rows of `width`.

@@ -69,11 +69,6 @@ private:
     CPagedObjects<CZelTiffTile> _Tiles;
 };
 
-uint32_t NumOfSteps(uint32_t size, uint32_t step)
-{
-    return size / step + (size % step != 0 ? 1 : 0);
-}
-
 /// A tile or strip takes some bytes of its directory at least: a small file cannot claim a million of them. Those of
 /// frames that share a directory are the same.
 void AssertThatFileHolds(uint64_t numOfTiles, CZelFrame& frame)
@@ -95,8 +90,8 @@ CTileGrid GridOfDirectory(CZelFrame& frame)
     CMultiDimImage& image = frame.ParentMultiDimImg();
     ZEL_ASSERT(tileWidth == image.DeepZoomTilePixelWidth(0) && tileHeight == image.DeepZoomTilePixelHeight(0));
     ZEL_ASSERT(tileWidth != 0 && tileHeight != 0);
-    return {.NumOfCols = NumOfSteps(width, tileWidth),
-            .NumOfRows = NumOfSteps(height, tileHeight),
+    return {.NumOfCols = NumOfTilesAcross(width, tileWidth),
+            .NumOfRows = NumOfTilesAcross(height, tileHeight),
             .ColStep = tileWidth,
             .RowStep = tileHeight};
 }

@@ -1,6 +1,7 @@
 #include "ZelLoader/Store/TiffStoreReader.h"
 
 #include "CommonImageAccess/PropsetParams.h"
+#include "CommonImageAccess/TiffDeepZoomTile.h"
 #include "CommonUtil/Assertion.h"
 #include "CommonUtil/Log.h"
 
@@ -17,11 +18,6 @@ constexpr uint64_t SizeOfTileInDirectory = 8;
 /// Records that any file may have: planes may share a directory.
 constexpr uint64_t NumOfRecordsForAll = 1000000;
 constexpr uint64_t MaxNumOfPositions = 0x7FFFFFFF; ///< columns and rows are numbers with a sign
-
-uint32_t NumOfSteps(uint32_t size, uint32_t step)
-{
-    return size / step + (size % step != 0 ? 1 : 0);
-}
 
 xercesc::DOMElement& NeededChild(const xercesc::DOMNode& node, const char* name)
 {
@@ -124,9 +120,8 @@ CTiffStoreLevel CTiffStoreReader::LevelOf(uint32_t directory, uint32_t imageNumb
         return level;
     if (tiling.IsTiled)
     {
-        ZEL_ASSERT(tiling.TileWidth != 0 && tiling.TileHeight != 0);
-        level.NumOfCols = NumOfSteps(tiling.Width, tiling.TileWidth);
-        level.NumOfRows = NumOfSteps(tiling.Height, tiling.TileHeight);
+        level.NumOfCols = NumOfTilesAcross(tiling.Width, tiling.TileWidth);
+        level.NumOfRows = NumOfTilesAcross(tiling.Height, tiling.TileHeight);
     }
     else
     {
